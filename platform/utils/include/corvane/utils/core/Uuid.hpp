@@ -1,0 +1,58 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+
+#include <array>
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::utils::core {
+
+/// A universally unique identifier (RFC 4122), its 16 bytes in the order in which the canonical
+/// text reads them. A default-constructed one is the nil UUID.
+class CORVANE_EXPORT Uuid {
+public:
+    using RawData = std::array<std::uint8_t, 16>;
+
+    constexpr Uuid() = default;
+    [[nodiscard]] static constexpr Uuid fromRawData(const RawData& data) { return Uuid(data); }
+
+    /// The name-based UUID (SHA-1) of `name` in the namespace `space`.
+    [[nodiscard]] static Uuid createVersion5(const Uuid& space, std::string_view name);
+
+    /// A random UUID.
+    [[nodiscard]] static Uuid createVersion4();
+
+    /// Reads the canonical form, 8-4-4-4-12 hexadecimal digits of either case; empty for any other
+    /// text.
+    [[nodiscard]] static std::optional<Uuid> parse(std::string_view text);
+
+    /// The canonical form in lower case, 36 characters.
+    [[nodiscard]] std::string toString() const;
+
+    [[nodiscard]] constexpr const RawData& rawData() const { return data_; }
+
+    friend constexpr auto operator<=>(const Uuid&, const Uuid&) = default;
+
+private:
+    constexpr explicit Uuid(const RawData& data) : data_(data) {}
+    RawData data_{};
+};
+
+} // namespace corvane::utils::core
+
+/// The bytes of a name-based or random UUID are spread evenly already: eight of them are the hash.
+template <>
+struct std::hash<corvane::utils::core::Uuid> {
+    std::size_t operator()(const corvane::utils::core::Uuid& uuid) const noexcept {
+        std::uint64_t low = 0;
+        std::memcpy(&low, uuid.rawData().data() + 8, sizeof low);
+        return static_cast<std::size_t>(low);
+    }
+};

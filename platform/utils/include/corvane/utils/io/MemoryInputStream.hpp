@@ -1,0 +1,23 @@
+#pragma once
+
+#include <corvane/utils/io/InputStream.hpp>
+
+#include <string_view>
+
+namespace corvane::utils::io {
+
+/// Reads bytes that somebody else keeps: they must outlive the stream.
+class CORVANE_EXPORT MemoryInputStream final : public InputStream {
+public:
+    explicit MemoryInputStream(std::string_view bytes) : bytes_(bytes) { rewind(); }
+
+    void rewind() override { setBuffer(bytes_.data(), bytes_.data() + bytes_.size()); }
+
+protected:
+    bool refill() override { return false; }
+
+private:
+    std::string_view bytes_;
+};
+
+} // namespace corvane::utils::io

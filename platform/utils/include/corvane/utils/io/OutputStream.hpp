@@ -1,0 +1,69 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace corvane::utils::io {
+
+/// A buffered sink of bytes.
+///
+/// A derived stream lends its buffer to the base class, [`cursor_`, `end_`), and is asked for more
+/// when it is full. Failures are thrown by the operation that met them.
+class CORVANE_EXPORT OutputStream {
+public:
+    /// The most bytes that `reserve` may be asked for.
+    static constexpr std::size_t kMaxReserve = 4096;
+
+    OutputStream(const OutputStream&) = delete;
+    OutputStream& operator=(const OutputStream&) = delete;
+    virtual ~OutputStream();
+
+    void write(std::string_view bytes) {
+        if (bytes.size() > room()) {
+            writeBlock(bytes);
+            return;
+        }
+        cursor_ = std::ranges::copy(bytes, cursor_).out;
+    }
+
+    void put(char byte) {
+        if (cursor_ == end_)
+            overflow();
+        *cursor_++ = byte;
+    }
+
+    /// At least `size` (at most `kMaxReserve`) contiguous bytes to write into; what was really
+    /// written becomes part of the output through `commit`. Nothing else may be written between.
+    [[nodiscard]] char* reserve(std::size_t size) {
+        while (size > room())
+            overflow();
+        return cursor_;
+    }
+    void commit(char* end) { cursor_ = end; }
+
+    /// Hands everything that is buffered to the sink.
+    virtual void flush();
+
+    /// What the stream writes to, for messages.
+    [[nodiscard]] virtual std::string_view description() const = 0;
+
+protected:
+    OutputStream() = default;
+
+    /// Makes room for at least one byte more than there is; asked repeatedly, for `kMaxReserve`
+    /// contiguous bytes.
+    virtual void overflow() = 0;
+
+    /// Writes a block that does not fit into the buffer.
+    virtual void writeBlock(std::string_view bytes) = 0;
+
+    [[nodiscard]] std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
+
+    char* cursor_ = nullptr;
+    char* end_ = nullptr;
+};
+
+} // namespace corvane::utils::io

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <charconv>
+#include <concepts>
+#include <optional>
+#include <string_view>
+
+namespace corvane::utils::numeric {
+
+/// The number that the leading decimal digits of `text` give; what follows them is not looked at,
+/// so a fraction or an exponent is dropped ("3.9" gives 3). Empty when there is no leading digit (a
+/// sign is none) or when the value does not fit.
+template <std::unsigned_integral Number>
+[[nodiscard]] std::optional<Number> parseLeadingDigits(std::string_view text) {
+    Number number{};
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (result.ec != std::errc{})
+        return std::nullopt;
+    return number;
+}
+
+/// As `parseLeadingDigits`, but the whole of `text` must be digits.
+template <std::unsigned_integral Number>
+[[nodiscard]] std::optional<Number> parseDigits(std::string_view text) {
+    Number number{};
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (result.ec != std::errc{} || result.ptr != text.data() + text.size())
+        return std::nullopt;
+    return number;
+}
+
+} // namespace corvane::utils::numeric

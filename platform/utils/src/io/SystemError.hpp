@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cerrno>
+#include <system_error>
+
+namespace corvane::utils::io {
+
+/// Throws what `errno` says. `action` ("cannot open the file") begins the text.
+[[noreturn]] inline void throwSystemError(const char* action) {
+    throw std::system_error(errno, std::generic_category(), action);
+}
+
+/// Repeats a system call for as long as a signal interrupts it.
+template <typename Call>
+auto retryInterrupted(Call call) {
+    for (;;) {
+        const auto result = call();
+        if (result >= 0 || errno != EINTR)
+            return result;
+    }
+}
+
+} // namespace corvane::utils::io

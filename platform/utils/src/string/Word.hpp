@@ -1,0 +1,44 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+/// Eight bytes of text looked at at once. Each test returns a mask with bit 7 of a byte set where
+/// that byte has the property; bytes behind the first hit may be marked wrongly, so that a mask
+/// answers "any?" and "which is first?", and nothing else.
+namespace corvane::utils::string::word {
+
+inline constexpr std::size_t kSize = sizeof(std::uint64_t);
+
+constexpr std::uint64_t repeat(std::uint8_t byte) { return byte * 0x0101010101010101u; }
+
+inline constexpr std::uint64_t kHighBits = repeat(0x80);
+
+/// The first byte of the text becomes the lowest of the word.
+inline std::uint64_t load(const char* text) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, kSize);
+    if constexpr (std::endian::native == std::endian::big)
+        word = std::byteswap(word);
+    return word;
+}
+
+constexpr std::uint64_t equalTo(std::uint64_t word, char byte) {
+    const std::uint64_t difference = word ^ repeat(static_cast<std::uint8_t>(byte));
+    return (difference - repeat(1)) & ~difference & kHighBits;
+}
+
+constexpr std::uint64_t lessThan(std::uint64_t word, std::uint8_t limit) {
+    return (word - repeat(limit)) & ~word & kHighBits;
+}
+
+constexpr std::uint64_t notAscii(std::uint64_t word) { return word & kHighBits; }
+
+/// Where the first marked byte stands; the mask must not be empty.
+constexpr std::size_t firstOf(std::uint64_t mask) {
+    return static_cast<std::size_t>(std::countr_zero(mask)) / 8;
+}
+
+} // namespace corvane::utils::string::word
