@@ -38,7 +38,9 @@ InputStream::~InputStream() = default;
 bool InputStream::skipWhitespace() {
     bool skipped = false;
     while (ensureBuffer()) {
-        const char* position = std::find_if_not(cursor_, end_, isBlank);
+        const char* position = cursor_;
+        while (position != end_ && isBlank(*position))
+            ++position;
         skipped |= position != cursor_;
         cursor_ = position;
         if (position != end_)

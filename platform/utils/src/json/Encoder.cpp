@@ -9,7 +9,9 @@
 #include <cstring>
 #include <string>
 
-namespace corvane::utils::json::encoder::detail {
+namespace corvane::utils::json::encoder {
+
+namespace detail {
 
 namespace {
 
@@ -193,4 +195,11 @@ Scope::~Scope() noexcept(false) {
         writer_->close(close_, empty_);
 }
 
-} // namespace corvane::utils::json::encoder::detail
+} // namespace detail
+
+bool isPlain(std::string_view text) {
+    return std::ranges::all_of(
+        text, [](char c) { return detail::isPlain(static_cast<unsigned char>(c)); });
+}
+
+} // namespace corvane::utils::json::encoder

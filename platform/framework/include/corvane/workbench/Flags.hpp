@@ -1,0 +1,31 @@
+#pragma once
+
+#include <initializer_list>
+#include <type_traits>
+
+namespace corvane::workbench {
+
+/// A set of the enumerators of `Enum`, whose values are single bits.
+template <class Enum>
+class Flags {
+public:
+    using Bits = std::underlying_type_t<Enum>;
+
+    constexpr Flags() = default;
+    constexpr Flags(std::initializer_list<Enum> flags) {
+        for (Enum flag : flags)
+            bits_ = static_cast<Bits>(bits_ | static_cast<Bits>(flag));
+    }
+
+    [[nodiscard]] constexpr bool has(Enum flag) const {
+        return (bits_ & static_cast<Bits>(flag)) != 0;
+    }
+    [[nodiscard]] constexpr Bits bits() const { return bits_; }
+
+    friend constexpr bool operator==(Flags, Flags) = default;
+
+private:
+    Bits bits_ = 0;
+};
+
+} // namespace corvane::workbench

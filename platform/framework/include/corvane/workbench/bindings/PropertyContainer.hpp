@@ -1,0 +1,39 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+#include <corvane/workbench/FunctionRef.hpp>
+
+#include <cstddef>
+
+namespace corvane::workbench::model {
+class ElementReference;
+}
+
+namespace corvane::workbench::bindings {
+
+/// Something with properties, possibly with further containers below it. The order of the virtual
+/// operations is part of the plug-in boundary.
+class CORVANE_EXPORT PropertyContainer {
+public:
+    virtual ~PropertyContainer();
+
+    /// Called after the number of this container's property errors has changed.
+    virtual void propertyErrorCountChanged();
+
+    /// Visits the containers directly below this one.
+    virtual void forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)> visit);
+
+    /// Visits the references to other elements that this container's own properties hold.
+    virtual void
+    forEachLocalCrossReference(FunctionRef<void(const model::ElementReference&)> visit) const;
+
+    /// The number of errors of this container's own properties, without those below it.
+    [[nodiscard]] virtual std::size_t localPropertyErrorCount() const;
+
+protected:
+    PropertyContainer() = default;
+    PropertyContainer(const PropertyContainer&) = default;
+    PropertyContainer& operator=(const PropertyContainer&) = default;
+};
+
+} // namespace corvane::workbench::bindings

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <corvane/workbench/bindings/PropertyController.hpp>
+
+namespace corvane::workbench::bindings {
+
+/// A property as a form sees it: visibility and error of one property of one controller, which
+/// outlives the handle.
+class PropertyHandle {
+public:
+    PropertyHandle(PropertyController& controller, PropertyId id)
+        : controller_(&controller), id_(id) {}
+
+    [[nodiscard]] PropertyId id() const { return id_; }
+    [[nodiscard]] PropertyController& controller() const { return *controller_; }
+    [[nodiscard]] bool isVisible() const { return controller_->isVisible(id_); }
+    [[nodiscard]] const std::u16string* error() const { return controller_->error(id_); }
+
+private:
+    PropertyController* controller_;
+    PropertyId id_;
+};
+
+} // namespace corvane::workbench::bindings

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+
+#include <cstdint>
+#include <expected>
+#include <string>
+#include <vector>
+
+namespace corvane::workbench::bindings {
+
+class PropertyController;
+
+/// Success, or the translated text that says what is wrong with a value.
+using Validation = std::expected<void, std::u16string>;
+
+/// What a controller's configuration declared: its properties and its own reactions to changes.
+///
+/// Everything in it is stated relative to the controller (a field by its offset, a callback by a
+/// plain function), so all controllers that declare the same share one layout, and a million
+/// elements of a class cost the memory of one.
+struct PropertyLayout {
+    using Validator = Validation (*)(PropertyController&);
+    using Visibility = bool (*)(const PropertyController&);
+    using Reaction = void (*)(PropertyController&);
+
+    struct Property {
+        std::uint32_t offset; // of the field, in bytes from the controller
+        bool isReference;     // the field is a model::ElementReference
+        Validator validator;  // may be null
+        Visibility visibility;
+        friend bool operator==(const Property&, const Property&) = default;
+    };
+
+    struct Subscription {
+        std::uint32_t offset;
+        Reaction reaction;
+        friend bool operator==(const Subscription&, const Subscription&) = default;
+    };
+
+    std::vector<Property> properties;
+    std::vector<Subscription> subscriptions;
+
+    friend bool operator==(const PropertyLayout&, const PropertyLayout&) = default;
+};
+
+/// Owns one use of a shared layout.
+class CORVANE_EXPORT SharedLayout {
+public:
+    SharedLayout() = default;
+    /// The shared layout equal to `layout`, which is copied only if there is none yet.
+    explicit SharedLayout(const PropertyLayout& layout);
+    SharedLayout(SharedLayout&& other) noexcept : entry_(other.entry_) { other.entry_ = nullptr; }
+    SharedLayout& operator=(SharedLayout&& other) noexcept;
+    ~SharedLayout() { release(); }
+
+    /// The layout; an empty one where nothing was configured.
+    [[nodiscard]] const PropertyLayout& get() const;
+
+private:
+    struct Entry;
+    struct Pool;
+    void release();
+    Entry* entry_ = nullptr;
+};
+
+} // namespace corvane::workbench::bindings

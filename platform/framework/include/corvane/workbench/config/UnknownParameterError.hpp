@@ -1,0 +1,27 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace corvane::workbench::config {
+
+/// A document has a member that its element does not know.
+class CORVANE_EXPORT UnknownParameterError : public std::runtime_error {
+public:
+    explicit UnknownParameterError(std::string_view name);
+    ~UnknownParameterError() override;
+
+    /// The member's name.
+    [[nodiscard]] const std::string& name() const { return name_; }
+
+private:
+    std::string name_;
+};
+
+/// Throws UnknownParameterError: `unknown member "NAME"`.
+[[noreturn]] CORVANE_EXPORT void throwUnknownParameterError(std::string_view name);
+
+} // namespace corvane::workbench::config

@@ -1,0 +1,141 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+#include <corvane/utils/json/Encoder.hpp>
+
+#include <cstdint>
+#include <expected>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace corvane::workbench::model {
+
+class Element;
+class ReferenceLog;
+class ReferenceTable;
+
+/// What all references to one element share: the element, or the text of one that is missing.
+///
+/// In documents a reference is the path of names from the project's root, "/PLC/Default Command",
+/// or, without the leading "/", the name of an element at the top of the same import document. In a
+/// name "~" is written "~0" and "/" is written "~1".
+class CORVANE_EXPORT ElementReferenceData {
+public:
+    ElementReferenceData(const ElementReferenceData&) = delete;
+    ElementReferenceData& operator=(const ElementReferenceData&) = delete;
+
+    /// The element; null while it is missing.
+    [[nodiscard]] Element* element() const { return element_; }
+
+    /// The text in documents; the last known one while the element is missing. Valid until the
+    /// tree changes.
+    [[nodiscard]] std::string_view text() const;
+
+    /// Writes the text as the member `key`.
+    void saveTo(utils::json::encoder::Object& members, utils::json::encoder::Key key) const;
+
+private:
+    friend class ElementReference;
+    friend class Element;
+    friend class ReferenceLog;
+    friend class ReferenceTable;
+    explicit ElementReferenceData(std::string text) : text_(std::move(text)) {}
+    ~ElementReferenceData() = default;
+    void release();
+
+    std::uint32_t uses_ = 0;
+    Element* element_ = nullptr;
+    ElementReferenceData* nextOfElement_ = nullptr; // an element may have several of these
+    ReferenceTable* table_ = nullptr;               // where it waits while the element is missing
+    mutable std::string text_;
+    mutable std::uint64_t textEpoch_ = 0; // of the tree in which text_ was formed
+};
+
+/// A reference to another element of the project, one pointer wide. It follows its element through
+/// renames and moves; when the element goes, it keeps the element's last path.
+class CORVANE_EXPORT ElementReference {
+public:
+    ElementReference() = default;
+    ElementReference(const ElementReference& other) : ElementReference(other.data_) {}
+    ElementReference(ElementReference&& other) noexcept
+        : data_(std::exchange(other.data_, nullptr)) {}
+    ElementReference& operator=(ElementReference other) noexcept {
+        std::swap(data_, other.data_);
+        return *this;
+    }
+    ~ElementReference() {
+        if (data_ != nullptr && --data_->uses_ == 0)
+            data_->release();
+    }
+
+    /// True for the reference that refers to nothing.
+    [[nodiscard]] bool empty() const { return data_ == nullptr; }
+
+    /// The element, or the translated text that says that it is missing. Not to be asked of an
+    /// empty reference, which is reported the same way.
+    [[nodiscard]] std::expected<Element*, std::u16string> element() const;
+
+    /// The element; null where it is missing or the reference is empty. For those who need no text
+    /// that says so.
+    [[nodiscard]] Element* elementOrNull() const {
+        return data_ == nullptr ? nullptr : data_->element();
+    }
+
+    /// The text in documents, "" for the empty reference. Valid until the tree changes.
+    [[nodiscard]] std::string_view text() const {
+        return data_ == nullptr ? std::string_view() : data_->text();
+    }
+
+    void saveTo(utils::json::encoder::Object& members, utils::json::encoder::Key key) const;
+
+    /// Whether both refer to the same element or to the same missing one.
+    friend bool operator==(const ElementReference& a, const ElementReference& b) {
+        return a.data_ == b.data_ ||
+               (a.data_ != nullptr && b.data_ != nullptr && sameTarget(*a.data_, *b.data_));
+    }
+
+private:
+    friend class Element;
+    friend class ReferenceLog;
+    friend class ReferenceTable;
+    explicit ElementReference(ElementReferenceData* data) : data_(data) {
+        if (data_ != nullptr)
+            ++data_->uses_;
+    }
+    static bool sameTarget(const ElementReferenceData& a, const ElementReferenceData& b);
+
+    ElementReferenceData* data_ = nullptr;
+};
+
+/// A reference as an import document carries it: to an element that exists, or to one that the
+/// document itself brings.
+class CORVANE_EXPORT ImportReference {
+public:
+    ImportReference() = default;
+    explicit ImportReference(const ElementReference& reference) : text_(reference.text()) {}
+
+    /// A reference to the element called `name` at the top of the same import document.
+    [[nodiscard]] static ImportReference makeInternalReference(std::string_view name);
+
+    [[nodiscard]] explicit operator bool() const { return !text_.empty(); }
+
+    /// The text in the document; "" when the reference is not set.
+    [[nodiscard]] const std::string& text() const { return text_; }
+
+    void saveTo(utils::json::encoder::Object& members, utils::json::encoder::Key key) const {
+        members.addStringView(key, text_);
+    }
+
+private:
+    std::string text_;
+};
+
+/// `name` as it stands in a path.
+[[nodiscard]] CORVANE_EXPORT std::string escapeName(std::string_view name);
+
+/// The name that `escaped` stands for.
+[[nodiscard]] CORVANE_EXPORT std::string unescapeName(std::string_view escaped);
+
+} // namespace corvane::workbench::model

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+
+#include <string>
+
+namespace corvane::workbench::process {
+
+/// Something that an element can be told to do at run time. Told from another by its address.
+class CORVANE_EXPORT Task {
+public:
+    explicit Task(std::string name);
+    Task(const Task&) = delete;
+    Task& operator=(const Task&) = delete;
+    ~Task();
+
+    [[nodiscard]] const std::string& name() const { return name_; }
+
+    /// Drops the connection to a device and makes a new one.
+    static const Task kReconnect;
+
+private:
+    std::string name_;
+};
+
+} // namespace corvane::workbench::process

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+#include <corvane/utils/core/Uuid.hpp>
+#include <corvane/utils/json/Decoder.hpp>
+#include <corvane/utils/json/Encoder.hpp>
+#include <corvane/workbench/FunctionRef.hpp>
+#include <corvane/workbench/bindings/PropertyConfigurationContext.hpp>
+#include <corvane/workbench/bindings/PropertyController.hpp>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <typeinfo>
+
+namespace corvane::workbench::config {
+class Context;
+}
+namespace corvane::workbench::model {
+class Attribute;
+class Element;
+} // namespace corvane::workbench::model
+namespace corvane::workbench::process {
+class Event;
+class Task;
+} // namespace corvane::workbench::process
+
+namespace corvane::workbench::skill {
+
+class Binding;
+
+/// A plug-in's half of an element of the project: its fields and behaviour. The other half, the
+/// place in the project's tree, is its model::Element. The order of the virtual operations is part
+/// of the plug-in boundary; all are called by the host, on one thread.
+///
+/// An element's life: made by its class's factory (`createElement` or `cloneElement`), given its
+/// model element, then either `load` or `makeDefault`, then `configureProperties`, then the first
+/// publication of its properties. `save`, the visits and `createBinding` may follow at any time.
+class CORVANE_EXPORT Element : public bindings::PropertyController {
+public:
+    class Class;
+
+    /// Visits the skill elements of the model element's children.
+    void forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)> visit) override;
+
+    /// Declares validators and change subscriptions. The model element stands in its tree, and the
+    /// elements above it and below it are loaded. Nothing is declared by default.
+    virtual void configureProperties(bindings::PropertyConfigurationContext& context);
+
+    /// Reads the element's own members; "name" and "children" are the host's and not among them.
+    /// The elements above are loaded, those below do not exist yet. What it throws ends the loading
+    /// of the whole document. By default every member is unknown.
+    virtual void load(utils::json::decoder::Object& members, config::Context& context);
+
+    /// Writes the element's own members; by default none.
+    virtual void save(utils::json::encoder::Object& members) const;
+
+    /// Called instead of `load` for an element that a user adds.
+    virtual void makeDefault();
+
+    // Each visits the members that the element publishes, in a fixed order, and stops where the
+    // callback returns true; the result says whether it did. By default there are none.
+    virtual bool forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const;
+    virtual bool forEachEvent(FunctionRef<bool(const process::Event&)> visit) const;
+    virtual bool forEachTask(FunctionRef<bool(const process::Task&)> visit) const;
+
+    /// The builder of the element's property form. It must not outlive the element.
+    [[nodiscard]] virtual std::unique_ptr<Binding> createBinding();
+
+    /// What identifies the element among its siblings of the same class when a document is
+    /// imported; empty, as by default, where nothing does.
+    [[nodiscard]] virtual std::optional<utils::core::Uuid> importId() const;
+
+    /// Called on an imported element that is about to take the place of `existing`, for what it
+    /// shall take over from it; nothing by default.
+    virtual void importMerge(const Element& existing);
+
+    /// Whether an element that this one replaces in an import leaves it its name; false by default.
+    [[nodiscard]] virtual bool preserveExistingNameOnImport() const;
+
+    /// The place in the tree; null for an element that has none, such as a fresh clone.
+    [[nodiscard]] model::Element* modelElement() { return modelElement_; }
+    [[nodiscard]] const model::Element* modelElement() const { return modelElement_; }
+
+    /// The name that the host holds for the element; empty without a model element.
+    [[nodiscard]] const std::string& name() const;
+
+    /// The names from the skill-level element down to this one, joined by ".".
+    [[nodiscard]] std::string primaryKey() const;
+
+    /// This element as a T if that is its very class, else null. Cheaper than a dynamic cast, and
+    /// all that is needed where element classes are final.
+    template <class T>
+    [[nodiscard]] T* as() {
+        static_assert(std::is_final_v<T>);
+        return typeid(*this) == typeid(T) ? static_cast<T*>(this) : nullptr;
+    }
+    template <class T>
+    [[nodiscard]] const T* as() const {
+        return const_cast<Element*>(this)->as<T>();
+    }
+
+protected:
+    Element() = default;
+    /// A copy belongs to no place in the tree.
+    Element(const Element& other) : PropertyController(other) {}
+
+    /// Tells the host that the attributes, events or tasks have changed.
+    void publishElementMembers();
+
+private:
+    friend class model::Element;
+    model::Element* modelElement_ = nullptr;
+};
+
+} // namespace corvane::workbench::skill

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+#include <corvane/workbench/skill/Element.hpp>
+
+#include <memory>
+
+namespace corvane::workbench::skill {
+
+/// Makes the elements of one class.
+class CORVANE_EXPORT AbstractElementFactory {
+public:
+    AbstractElementFactory(const AbstractElementFactory&) = delete;
+    AbstractElementFactory& operator=(const AbstractElementFactory&) = delete;
+    virtual ~AbstractElementFactory();
+
+    /// A new element in its default state.
+    [[nodiscard]] virtual std::unique_ptr<Element> createElement() const = 0;
+
+    /// A copy of an element's own fields, belonging to no place in a project yet. Throws
+    /// std::bad_cast when the element is of another class.
+    [[nodiscard]] virtual std::unique_ptr<Element> cloneElement(const Element& element) const = 0;
+
+protected:
+    constexpr AbstractElementFactory() = default;
+};
+
+template <class T>
+class ElementFactory final : public AbstractElementFactory {
+public:
+    constexpr ElementFactory() = default;
+
+    [[nodiscard]] std::unique_ptr<Element> createElement() const override {
+        return std::make_unique<T>();
+    }
+    [[nodiscard]] std::unique_ptr<Element> cloneElement(const Element& element) const override {
+        return std::make_unique<T>(dynamic_cast<const T&>(element));
+    }
+};
+
+} // namespace corvane::workbench::skill

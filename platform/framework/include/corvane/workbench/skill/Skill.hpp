@@ -1,0 +1,74 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+#include <corvane/utils/core/Uuid.hpp>
+#include <corvane/workbench/FunctionRef.hpp>
+#include <corvane/workbench/skill/ElementClass.hpp>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace corvane::workbench::skill {
+
+/// What a skill's `registerElementClasses` hands its classes to.
+class CORVANE_EXPORT ElementClassRegistrar {
+public:
+    /// `elementClass` stays the plug-in's and lives until the plug-in is unloaded.
+    void add(const Element::Class& elementClass) { classes_.push_back(&elementClass); }
+
+    [[nodiscard]] const std::vector<const Element::Class*>& classes() const { return classes_; }
+
+private:
+    std::vector<const Element::Class*> classes_;
+};
+
+/// A family of element classes that a plug-in brings. The host holds one object per loaded skill.
+class CORVANE_EXPORT Skill {
+public:
+    class Class;
+
+    Skill(const Skill&) = delete;
+    Skill& operator=(const Skill&) = delete;
+    virtual ~Skill();
+
+protected:
+    Skill() = default;
+};
+
+/// A skill's class object: one static of its plug-in. Its construction while the plug-in loads
+/// makes the skill known, its destruction while the plug-in is unloaded takes it back. The order of
+/// the virtual operations is part of the plug-in boundary; the host calls them once `dlopen` has
+/// returned, never before.
+class CORVANE_EXPORT Skill::Class {
+public:
+    Class(const Class&) = delete;
+    Class& operator=(const Class&) = delete;
+    virtual ~Class();
+
+    /// The name in documents; unique among the loaded skills.
+    [[nodiscard]] virtual std::string_view name() const = 0;
+    [[nodiscard]] virtual utils::core::Uuid uuid() const = 0;
+
+    /// Called once after loading: adds every element class, in a fixed order.
+    virtual void registerElementClasses(ElementClassRegistrar& registrar) const = 0;
+
+    /// Called once after `registerElementClasses`.
+    [[nodiscard]] virtual std::unique_ptr<Skill> createSkill() const = 0;
+
+    /// Whether elements of a class may stand directly under the skill.
+    [[nodiscard]] virtual bool isTopLevelElementClass(const Element::Class& elementClass) const = 0;
+
+    /// Visits the class objects that exist, in the order of their construction.
+    static void forEachRegistered(FunctionRef<void(const Class&)> visit);
+
+protected:
+    /// Registers the object; allocates nothing, calls nothing virtual and cannot fail.
+    Class() noexcept;
+
+private:
+    Class* previous_;
+    Class* next_ = nullptr;
+};
+
+} // namespace corvane::workbench::skill

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <corvane/workbench/ui/Control.hpp>
+
+#include <array>
+#include <vector>
+
+namespace corvane::workbench::ui {
+
+/// A choice of one out of a list of texts.
+class CORVANE_EXPORT ChoiceList final : public Control {
+public:
+    struct Choice {
+        std::u16string value; // what is stored
+        std::u16string text;  // what is shown, translated
+    };
+
+    ChoiceList(Texts texts, bindings::PropertyHandle property, Accessor<std::u16string> accessor,
+               std::vector<Choice> choices)
+        : Control(std::move(texts), property),
+          accessor_(std::move(accessor)),
+          choices_(std::move(choices)) {}
+
+    [[nodiscard]] const std::vector<Choice>& choices() const { return choices_; }
+
+    /// The stored value, which need not be one that is offered.
+    [[nodiscard]] ControlValue value() const override { return accessor_.get(); }
+    /// Takes the stored value of one of the choices.
+    SetResult setValue(const ControlValue& value) override;
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+    [[nodiscard]] StoredValue storedValue() const override { return accessor_.get(); }
+    void restoreValue(const StoredValue& value) override;
+
+private:
+    Accessor<std::u16string> accessor_;
+    std::vector<Choice> choices_;
+};
+
+/// A choice between false and true, each with a text of its own.
+class CORVANE_EXPORT FlagChoice final : public Control {
+public:
+    FlagChoice(Texts texts, bindings::PropertyHandle property, Accessor<bool> accessor,
+               std::u16string falseText, std::u16string trueText)
+        : Control(std::move(texts), property),
+          accessor_(std::move(accessor)),
+          stateTexts_{std::move(falseText), std::move(trueText)} {}
+
+    /// The text of a state.
+    [[nodiscard]] const std::u16string& stateText(bool state) const {
+        return stateTexts_[state ? 1 : 0];
+    }
+
+    [[nodiscard]] ControlValue value() const override { return accessor_.get(); }
+    SetResult setValue(const ControlValue& value) override;
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+    [[nodiscard]] StoredValue storedValue() const override { return accessor_.get(); }
+    void restoreValue(const StoredValue& value) override;
+
+private:
+    Accessor<bool> accessor_;
+    std::array<std::u16string, 2> stateTexts_;
+};
+
+} // namespace corvane::workbench::ui

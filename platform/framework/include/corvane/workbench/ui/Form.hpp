@@ -1,0 +1,55 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+
+#include <vector>
+
+namespace corvane::workbench::ui {
+
+class Control;
+
+/// What a form shows: the controls of its group first, then those added to the form itself.
+class CORVANE_EXPORT FormContents {
+public:
+    FormContents() = default;
+    FormContents(const FormContents&) = delete;
+    FormContents& operator=(const FormContents&) = delete;
+
+    /// All controls in form order.
+    [[nodiscard]] std::vector<Control*> controls() const;
+
+private:
+    friend class Form;
+    friend class Group;
+    std::vector<Control*> grouped_;
+    std::vector<Control*> direct_;
+};
+
+/// A handle on the group of a form. Adding to a default-constructed one throws std::logic_error.
+class CORVANE_EXPORT Group {
+public:
+    Group() = default;
+    void add(Control& control) const;
+
+private:
+    friend class Form;
+    explicit Group(FormContents& contents) : contents_(&contents) {}
+    FormContents* contents_ = nullptr;
+};
+
+/// A handle on a form under construction. Using a default-constructed one throws std::logic_error.
+/// The form refers to the controls; they must outlive it.
+class CORVANE_EXPORT Form {
+public:
+    Form() = default;
+    explicit Form(FormContents& contents) : contents_(&contents) {}
+
+    [[nodiscard]] Group group() const;
+    void add(Control& control) const;
+
+private:
+    [[nodiscard]] FormContents& contents() const;
+    FormContents* contents_ = nullptr;
+};
+
+} // namespace corvane::workbench::ui

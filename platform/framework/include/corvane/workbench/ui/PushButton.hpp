@@ -1,0 +1,42 @@
+#pragma once
+
+#include <corvane/workbench/ui/Control.hpp>
+#include <corvane/workbench/ui/ImportedDocument.hpp>
+
+#include <filesystem>
+
+namespace corvane::workbench::ui {
+
+/// A button that lets the user choose a file and makes an import document of it. The host imports
+/// the document below the element of the form.
+class CORVANE_EXPORT PushButton final : public Control {
+public:
+    /// Makes a document of a file, or gives the translated text that says why not; changes nothing.
+    using Action = std::function<std::expected<ImportedDocument, std::u16string>(
+        const std::filesystem::path&)>;
+
+    /// `extension` begins with a dot.
+    PushButton(Texts texts, std::string extension, Action action)
+        : Control(std::move(texts), std::nullopt),
+          extension_(std::move(extension)),
+          action_(std::move(action)) {}
+
+    /// The extension of the files that the button offers.
+    [[nodiscard]] const std::string& extension() const { return extension_; }
+
+    [[nodiscard]] std::expected<ImportedDocument, std::u16string>
+    press(const std::filesystem::path& file) {
+        return action_(file);
+    }
+
+    [[nodiscard]] ControlValue value() const override { return std::monostate(); }
+    /// Refuses every value.
+    SetResult setValue(const ControlValue& value) override;
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+
+private:
+    std::string extension_;
+    Action action_;
+};
+
+} // namespace corvane::workbench::ui

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <corvane/workbench/ui/Control.hpp>
+
+#include <concepts>
+
+namespace corvane::workbench::ui {
+
+/// A number field with limits. The limits hold for input: a stored value outside them is shown as
+/// it is.
+class CORVANE_EXPORT SpinBoxControl : public Control {
+public:
+    struct Range {
+        std::uint64_t minimum;
+        std::uint64_t maximum;
+        std::uint64_t step;
+    };
+    struct Settings {
+        int preferredWidth = 0; // pixels; 0 leaves it to the layout
+        int minimumDigits = 0;
+    };
+
+    [[nodiscard]] const Range& range() const { return range_; }
+    [[nodiscard]] const Settings& settings() const { return settings_; }
+
+    /// Takes a number within the limits.
+    SetResult setValue(const ControlValue& value) override;
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+    void restoreValue(const StoredValue& value) override;
+
+protected:
+    SpinBoxControl(Texts texts, bindings::PropertyHandle property, Range range, Settings settings)
+        : Control(std::move(texts), property), range_(range), settings_(settings) {}
+    virtual void store(std::uint64_t value) = 0;
+
+private:
+    Range range_;
+    Settings settings_;
+};
+
+/// A spin box over one unsigned width; the limits lie within the width.
+template <std::unsigned_integral Number>
+class SpinBox final : public SpinBoxControl {
+public:
+    SpinBox(Texts texts, bindings::PropertyHandle property, Accessor<Number> accessor, Range range,
+            Settings settings)
+        : SpinBoxControl(std::move(texts), property, range, settings),
+          accessor_(std::move(accessor)) {}
+
+    [[nodiscard]] ControlValue value() const override {
+        return static_cast<std::uint64_t>(accessor_.get());
+    }
+    [[nodiscard]] StoredValue storedValue() const override {
+        return static_cast<std::uint64_t>(accessor_.get());
+    }
+
+private:
+    void store(std::uint64_t value) override { accessor_.set(static_cast<Number>(value)); }
+    Accessor<Number> accessor_;
+};
+
+} // namespace corvane::workbench::ui

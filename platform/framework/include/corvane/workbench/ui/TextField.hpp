@@ -1,0 +1,52 @@
+#pragma once
+
+#include <corvane/workbench/ui/Control.hpp>
+
+#include <cstddef>
+
+namespace corvane::workbench::ui {
+
+/// A text under edit: cursor and selection anchor count UTF-16 code units from its start.
+struct TextEdit {
+    std::u16string text;
+    std::size_t cursor = 0;
+    std::size_t anchor = 0;
+};
+
+/// A single-line text field.
+class CORVANE_EXPORT TextField final : public Control {
+public:
+    struct Settings {
+        std::u16string placeholder;
+        int minimumWidth = 0;   // pixels; 0 leaves it to the layout
+        int preferredWidth = 0; // pixels; 0 leaves it to the layout
+        /// Corrects what a user typed, after each edit; may be empty.
+        std::function<void(TextEdit&)> fixUp;
+    };
+
+    TextField(Texts texts, bindings::PropertyHandle property, Accessor<std::u16string> accessor,
+              Settings settings)
+        : Control(std::move(texts), property),
+          accessor_(std::move(accessor)),
+          settings_(std::move(settings)) {}
+
+    [[nodiscard]] const Settings& settings() const { return settings_; }
+
+    [[nodiscard]] ControlValue value() const override { return accessor_.get(); }
+
+    /// Takes a text, corrected by the fix-up as if it had been typed.
+    SetResult setValue(const ControlValue& value) override;
+
+    /// Takes what a user typed and leaves in `edit` what the field shall show.
+    void enter(TextEdit& edit);
+
+    void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
+    [[nodiscard]] StoredValue storedValue() const override { return accessor_.get(); }
+    void restoreValue(const StoredValue& value) override;
+
+private:
+    Accessor<std::u16string> accessor_;
+    Settings settings_;
+};
+
+} // namespace corvane::workbench::ui

@@ -1,0 +1,16 @@
+#include <corvane/workbench/bindings/PropertyContainer.hpp>
+
+namespace corvane::workbench::bindings {
+
+PropertyContainer::~PropertyContainer() = default;
+
+void PropertyContainer::propertyErrorCountChanged() {}
+
+void PropertyContainer::forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)>) {}
+
+void PropertyContainer::forEachLocalCrossReference(
+    FunctionRef<void(const model::ElementReference&)>) const {}
+
+std::size_t PropertyContainer::localPropertyErrorCount() const { return 0; }
+
+} // namespace corvane::workbench::bindings

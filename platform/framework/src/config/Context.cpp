@@ -1,0 +1,11 @@
+#include <corvane/workbench/config/Context.hpp>
+
+#include <corvane/workbench/model/ReferenceTable.hpp>
+
+namespace corvane::workbench::config {
+
+model::ElementReference Context::reference(std::string_view text) {
+    return references_->reference(text);
+}
+
+} // namespace corvane::workbench::config
