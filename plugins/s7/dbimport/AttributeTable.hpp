@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+/// What an attribute block `{ NAME := VALUE; ... }` says about the attributes that a caller looks
+/// for. Other attributes are read for their syntax and dropped.
+class AttributeTable {
+public:
+    static constexpr std::size_t kCapacity = 2;
+
+    /// The names to look for: lower case, at most `kCapacity` of them, and to outlive the table.
+    explicit AttributeTable(std::initializer_list<std::string_view> names);
+
+    /// Where the value of the attribute goes that is called `name`, in any case; null for one that
+    /// nobody looks for.
+    [[nodiscard]] std::optional<std::string>* find(std::string_view name);
+
+    /// Whether the attribute has the value FALSE, in any case, plain or in single quotes. Any other
+    /// value, and none, is not false.
+    [[nodiscard]] bool isFalse(std::string_view name);
+
+private:
+    struct Entry {
+        std::string_view name;
+        std::optional<std::string> value; // lower case, with its quotes
+    };
+    std::array<Entry, kCapacity> entries_;
+};
+
+/// Whether `separator`, which stands behind an attribute's value, ends the attribute block ("}") or
+/// leads to the next attribute (";"). Throws std::runtime_error for any other.
+[[nodiscard]] bool endsAttributeBlock(char separator);
+
+} // namespace corvane::workbench::plugins::s7Driver

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "dbimport/VariableDeclaration.hpp"
+
+#include <corvane/utils/json/Encoder.hpp>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+class ElementPath;
+struct MemoryPosition;
+
+/// A node of the tree that a data block declares. It owns its children, in the order of the file.
+///
+/// The tree lays itself out in the memory of a data block with standard access while it writes its
+/// elements into the import document: one walk, from which all addresses follow.
+class DataBlockNode {
+public:
+    using Children = std::vector<std::unique_ptr<DataBlockNode>>;
+
+    DataBlockNode(const DataBlockNode&) = delete;
+    DataBlockNode& operator=(const DataBlockNode&) = delete;
+    virtual ~DataBlockNode();
+
+    /// Appends a child.
+    virtual void addChild(std::unique_ptr<DataBlockNode> child);
+
+    /// Writes this node's elements into `targetArray` and moves `position` behind the memory that
+    /// they take. The path is the same after the call as before, without its index suffix.
+    ///
+    /// A variable that is not externally accessible takes no memory here: what follows is placed as
+    /// if it were absent. Addresses of existing projects depend on that, so it stays.
+    ///
+    /// Throws std::runtime_error with a message of the importer.
+    virtual void writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                               ElementPath& path) = 0;
+
+    /// About how many bytes `writeElements` will write, rather more than less, when an index of
+    /// `indexSize` characters lies on the node. Not an integer, since a file can ask for anything.
+    [[nodiscard]] virtual double documentSize(std::size_t indexSize) const = 0;
+
+    [[nodiscard]] const std::string& name() const { return name_; }
+    [[nodiscard]] const Children& children() const { return children_; }
+    [[nodiscard]] ExternalAccess access() const { return access_; }
+
+protected:
+    DataBlockNode(std::string name, ExternalAccess access);
+
+    void writeChildren(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                       ElementPath& path);
+
+    /// The sum of the children's document sizes, without an index on them.
+    [[nodiscard]] double childrenDocumentSize() const;
+
+private:
+    std::string name_;
+    Children children_;
+    ExternalAccess access_;
+};
+
+} // namespace corvane::workbench::plugins::s7Driver

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "dbimport/Accumulator.hpp"
+#include "dbimport/Delimiters.hpp"
+
+#include <corvane/utils/io/InputStream.hpp>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+/// The lexer of .db files: characters and words, with the blanks and comments between them skipped.
+///
+/// Comments are "// ..." to the end of the line and "(* ... *)", which nest. Characters are bytes;
+/// names beyond ASCII pass through as they are. The reader knows no keywords and folds no case.
+///
+/// A text that an operation returns is valid until the next operation, a peek included. What goes
+/// wrong is thrown: std::runtime_error with a message of the importer, or whatever the stream
+/// throws.
+class DbFileReader {
+public:
+    /// The stream must outlive the reader.
+    explicit DbFileReader(utils::io::InputStream& stream) : stream_(&stream) {}
+
+    /// To be called first, once: passes over a UTF-8 byte order mark if there is one, and over the
+    /// blanks behind it.
+    void skipByteOrderMark();
+
+    /// Skips blanks and comments; true if there were any. Fails while a pushed-back character is
+    /// waiting, which only a reader of words or characters may take.
+    bool skipBlanks() {
+        if (accumulator_.present())
+            fail(Message::blankExpected);
+        const char* const next = stream_->cursor();
+        if (next != stream_->bufferEnd() && !kWordEnd.stop(*next))
+            return false;
+        return skipBlanksAndComments();
+    }
+
+    /// The next character without consuming it; empty at the end of the input.
+    [[nodiscard]] std::optional<char> peekChar() {
+        return accumulator_.present() ? accumulator_.character() : stream_->tryPeek();
+    }
+
+    /// Whether the next character is `expected`.
+    [[nodiscard]] bool nextIs(char expected) { return peekChar() == expected; }
+
+    /// Consumes one character and nothing behind it. Fails at the end of the input.
+    char readChar();
+
+    /// Consumes one character and the blanks behind it.
+    char readCharSkipBlanks() {
+        const char character = readChar();
+        skipBlanks();
+        return character;
+    }
+
+    /// Reads up to the next blank or comment, which is skipped. A "/" or "(" that begins no comment
+    /// is part of the word, as in a/b and Int(5). Empty where no word is next.
+    std::string_view readWord() { return readWordUntil(kWordEnd); }
+
+    /// As `readWord`, but the word also ends before any byte of the set; that byte is not consumed.
+    std::string_view readWordUntil(const Delimiters& delimiters) {
+        const auto word = readBufferedWord(delimiters);
+        return word ? *word : readScatteredWord(delimiters);
+    }
+
+    /// Reads a quoted text: discards the opening quote (whatever character is next), takes
+    /// everything up to `quote`, discards that and skips blanks. Fails when there is no such quote.
+    std::string_view readQuoted(char quote);
+
+    /// As `readQuoted`, but the result keeps both quotes and the blanks behind stay unread.
+    std::string_view readQuotedKeepQuotes(char quote);
+
+    /// Reads one character, whatever it is, and every digit behind it, then skips blanks. Empty at
+    /// the end of the input.
+    std::string_view readNumberText();
+
+    /// Skips the rest of the line and the blanks behind it.
+    void skipRestOfLine();
+
+    /// Whether nothing is left to read.
+    [[nodiscard]] bool atEnd() { return !accumulator_.present() && stream_->eof(); }
+
+private:
+    static constexpr Delimiters kWordEnd{""};
+
+    std::optional<std::string_view> readBufferedWord(const Delimiters& delimiters);
+    std::string_view readScatteredWord(const Delimiters& delimiters);
+    bool skipBlanksAndComments();
+    void skipLineAndBlanks();
+    bool skipBlockComment();
+    void appendUntilStop(const Delimiters& delimiters);
+    void appendUntilQuote(char quote);
+
+    utils::io::InputStream* stream_;
+    Accumulator accumulator_;
+    std::string text_;
+};
+
+} // namespace corvane::workbench::plugins::s7Driver

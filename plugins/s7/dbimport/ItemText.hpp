@@ -1,0 +1,78 @@
+#pragma once
+
+#include "dbimport/TypeTable.hpp"
+
+#include <corvane/utils/json/Encoder.hpp>
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane::workbench::model {
+class ImportReference;
+}
+
+namespace corvane::workbench::plugins::s7Driver {
+
+struct MemoryPosition;
+
+/// What of an item's document is the same for many items, ready to be copied. A large import
+/// consists of little else than items, and what they differ in is a small part of their text.
+///
+/// An item is head, name, type, address and tail:
+///
+///     {"@Skill.S7.Item":{"name":"  speed[1]  ","dataType":"Int","address":"DB  12
+///     ","writable":true,"command":"/PLC/Default Command"}}
+namespace itemText {
+
+/// A piece of text in a block of fixed size, which is copied whole: that needs no loop.
+struct Piece {
+    std::array<char, 64> text{};
+    std::uint8_t size = 0;
+
+    constexpr void add(std::string_view part) {
+        for (const char c : part)
+            text[size++] = c;
+    }
+    [[nodiscard]] char* copyTo(char* target) const {
+        std::memcpy(target, text.data(), text.size());
+        return target + size;
+    }
+};
+
+/// The text behind an item's address: whether it can be written, and its command.
+class Tail {
+public:
+    /// The tail for this command, which is the same object as long as it is the same command; empty
+    /// where the command's text cannot be copied as it is.
+    [[nodiscard]] std::string_view of(const model::ImportReference& command, bool writable);
+
+private:
+    struct Entry {
+        const model::ImportReference* command = nullptr;
+        std::string text;
+    };
+    std::array<Entry, 2> entries_; // read-only, writable
+};
+
+/// The bytes that an item takes at most, beside its name, its index and its tail.
+inline constexpr std::size_t kLargestItem = 4 * sizeof(Piece);
+
+/// What differs from item to item.
+struct Item {
+    std::string_view name;
+    std::string_view indexSuffix;
+    const TypeFacts* facts;
+    std::optional<std::uint64_t> elementCount;
+    std::string_view tail;
+};
+
+/// Writes the item that lies at `place`; returns the end of the text. There is room for it.
+[[nodiscard]] char* write(char* target, const Item& item, const MemoryPosition& place);
+
+} // namespace itemText
+
+} // namespace corvane::workbench::plugins::s7Driver

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "dbimport/ImportLimits.hpp"
+
+namespace corvane::workbench::plugins::s7Driver {
+
+class DataBlockNode;
+class DbFileParser;
+class ImportContext;
+class StructNode;
+struct ExternalAccess;
+struct VariableDeclaration;
+
+/// Builds the tree of a data block out of what the parser reads.
+class NodeFactory {
+public:
+    /// Parser and context must outlive the factory and the context the nodes.
+    NodeFactory(DbFileParser& parser, const ImportContext& context, const ImportLimits& limits);
+
+    /// Reads the members of a structure into `node`, up to its end. The body of the data block is
+    /// the top level.
+    void readStructure(StructNode& node, bool isTopLevel);
+
+    /// Makes the node of a declared variable and adds it to `parent`. Of a struct the members are
+    /// read, of an array the element type. The declaration is used up.
+    void createNode(VariableDeclaration& declaration, DataBlockNode& parent);
+
+private:
+    void createStruct(VariableDeclaration& declaration, ExternalAccess access,
+                      DataBlockNode& parent);
+    void createArray(VariableDeclaration& declaration, ExternalAccess access,
+                     DataBlockNode& parent);
+    void createScalar(VariableDeclaration& declaration, ExternalAccess access,
+                      DataBlockNode& parent);
+
+    DbFileParser* parser_;
+    const ImportContext* context_;
+    unsigned maximumLevels_;
+    unsigned level_ = 0; // of structs around the declaration that is read
+};
+
+} // namespace corvane::workbench::plugins::s7Driver

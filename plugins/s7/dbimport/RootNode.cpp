@@ -1,0 +1,19 @@
+#include "dbimport/RootNode.hpp"
+
+#include <utility>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+RootNode::RootNode(std::string name) : DataBlockNode(std::move(name), ExternalAccess{}) {}
+
+void RootNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                             ElementPath& path) {
+    writeChildren(targetArray, position, path);
+}
+
+double RootNode::documentSize(std::size_t) const {
+    constexpr double kBrackets = 80; // and the keys, and a number
+    return kBrackets + static_cast<double>(name().size()) + childrenDocumentSize();
+}
+
+} // namespace corvane::workbench::plugins::s7Driver

@@ -1,0 +1,136 @@
+#include "dbimport/ScalarNode.hpp"
+
+#include "address/DataBlockPrefix.hpp"
+#include "dbimport/DocumentKeys.hpp"
+#include "dbimport/ElementPath.hpp"
+#include "dbimport/ImportContext.hpp"
+#include "dbimport/ItemText.hpp"
+#include "dbimport/MemoryPosition.hpp"
+#include "dbimport/Messages.hpp"
+#include "elements/DocumentKeys.hpp"
+
+#include <corvane/workbench/config/DocumentKeys.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+namespace {
+
+const TypeFacts& typeOf(std::string_view keyword) {
+    const TypeFacts* const facts = findType(keyword);
+    if (facts == nullptr)
+        fail(Message::unknownType, keyword);
+    return *facts;
+}
+
+const model::ImportReference& commandOf(const ImportContext& context, ElementPath& path,
+                                        std::string_view name) {
+    return path.tracked() ? context.itemCommand(path.itemPath(name)) : context.defaultCommand();
+}
+
+} // namespace
+
+ScalarNode::ScalarNode(std::string name, ExternalAccess access, std::string_view typeKeyword,
+                       std::optional<std::uint64_t> elementCount,
+                       const ImportContext& importContext)
+    : DataBlockNode(std::move(name), access),
+      facts_(&typeOf(typeKeyword)),
+      elementCount_(elementCount),
+      importContext_(&importContext),
+      plainName_(utils::json::encoder::isPlain(this->name())) {
+    if (elementCount_ && !facts_->isText())
+        fail(Message::countOnScalar);
+}
+
+void ScalarNode::addChild(std::unique_ptr<DataBlockNode> child) {
+    child.reset();
+    fail(Message::childOfScalar);
+}
+
+void ScalarNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                               ElementPath& path) {
+    path.budget().spend();
+    if (!access().externalAccessible)
+        return;
+    const MemoryPosition place = placeScalar(*facts_, elementCount_, position);
+    if (!facts_->producesItem)
+        return;
+    const auto& command = commandOf(*importContext_, path, name());
+    if (!copyItem(targetArray, place, path, command))
+        encodeItem(targetArray, place, path, command);
+}
+
+// Nearly every item can be put together from ready pieces.
+bool ScalarNode::copyItem(utils::json::encoder::Array& targetArray, const MemoryPosition& place,
+                          ElementPath& path, const model::ImportReference& command) const {
+    const auto tail = path.itemTail().of(command, access().externalWritable);
+    const std::size_t size =
+        itemText::kLargestItem + name().size() + path.indexSuffix().size() + tail.size();
+    if (!plainName_ || tail.empty() || size > utils::io::OutputStream::kMaxReserve)
+        return false;
+    char* const target = targetArray.reserveEntry(size);
+    targetArray.commitEntry(
+        itemText::write(target, {name(), path.indexSuffix(), facts_, elementCount_, tail}, place));
+    return true;
+}
+
+void ScalarNode::encodeItem(utils::json::encoder::Array& targetArray, const MemoryPosition& place,
+                            ElementPath& path, const model::ImportReference& command) const {
+    auto entry = targetArray.addObject();
+    auto item = entry.addObject(documentKeys::kItem);
+    item.addStringView(config::kNameKey, path.indexedName(name()));
+    item.addStringView(keys::kDataType, facts_->name);
+    if (facts_->isText())
+        item.addNumber(keys::kStringSize, elementCount_.value_or(kDefaultTextLength));
+    item.addStringView(keys::kAddress, AddressText(place, facts_->alignment).view());
+    item.add(keys::kWritable, access().externalWritable);
+    command.saveTo(item, keys::kCommand);
+}
+
+double ScalarNode::documentSize(std::size_t indexSize) const {
+    constexpr std::size_t kBrackets = 90; // and the keys
+    constexpr std::size_t kNumbers = 9;   // of the address
+    constexpr std::size_t kTextSize = 17;
+    if (!access().externalAccessible || !facts_->producesItem)
+        return 0;
+    return static_cast<double>(kBrackets + kNumbers + name().size() + indexSize +
+                               facts_->name.size() + (facts_->isText() ? kTextSize : 0) +
+                               importContext_->defaultCommand().text().size());
+}
+
+AddressText::AddressText(const MemoryPosition& place, Alignment alignment)
+    : text_(), end_(std::ranges::copy(kDataBlockMarker, text_.data()).out) {
+    char* const limit = text_.data() + text_.size();
+    end_ = std::to_chars(end_, limit, place.byteOffset).ptr;
+    if (alignment != Alignment::bit)
+        return;
+    *end_++ = '.';
+    end_ = std::to_chars(end_, limit, place.bitOffset).ptr;
+}
+
+MemoryPosition placeScalar(const TypeFacts& facts, std::optional<std::uint64_t> elementCount,
+                           MemoryPosition& position) {
+    if (facts.size == 0)
+        fail(Message::unknownOffset, facts.name);
+    if (facts.alignment == Alignment::word)
+        position.alignToWord();
+    else if (facts.alignment == Alignment::byte)
+        position.alignToByte();
+    const MemoryPosition place = position;
+    if (facts.alignment == Alignment::bit)
+        position.advanceBits(facts.size);
+    else
+        position.advanceBytes(facts.size +
+                              facts.characterSize * elementCount.value_or(kDefaultTextLength));
+    return place;
+}
+
+AddressText scalarAddress(const ScalarNode& node, MemoryPosition& position) {
+    const TypeFacts& facts = node.typeFacts();
+    return AddressText(placeScalar(facts, node.elementCount(), position), facts.alignment);
+}
+
+} // namespace corvane::workbench::plugins::s7Driver

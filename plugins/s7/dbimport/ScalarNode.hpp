@@ -1,0 +1,77 @@
+#pragma once
+
+#include "dbimport/DataBlockNode.hpp"
+#include "dbimport/TypeTable.hpp"
+
+#include <corvane/workbench/model/ElementReference.hpp>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+class ImportContext;
+
+/// A variable of a type that is not made of others; a leaf of the tree.
+class ScalarNode final : public DataBlockNode {
+public:
+    /// Throws std::runtime_error when `typeKeyword` (lower case) names no type, and when a type
+    /// that is no text has an element count. The context must outlive the node.
+    ScalarNode(std::string name, ExternalAccess access, std::string_view typeKeyword,
+               std::optional<std::uint64_t> elementCount, const ImportContext& importContext);
+
+    [[nodiscard]] S7DataType type() const { return facts_->type; }
+    [[nodiscard]] const TypeFacts& typeFacts() const { return *facts_; }
+
+    /// The declared length of a text, in characters; empty where none is declared.
+    [[nodiscard]] std::optional<std::uint64_t> elementCount() const { return elementCount_; }
+
+    /// Throws std::runtime_error; the child is destroyed.
+    void addChild(std::unique_ptr<DataBlockNode> child) override;
+
+    /// A type that becomes no item (S5Time, Date_And_Time, DTL) takes its memory and writes
+    /// nothing.
+    void writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                       ElementPath& path) override;
+    [[nodiscard]] double documentSize(std::size_t indexSize) const override;
+
+private:
+    [[nodiscard]] bool copyItem(utils::json::encoder::Array& targetArray,
+                                const MemoryPosition& place, ElementPath& path,
+                                const model::ImportReference& command) const;
+    void encodeItem(utils::json::encoder::Array& targetArray, const MemoryPosition& place,
+                    ElementPath& path, const model::ImportReference& command) const;
+
+    const TypeFacts* facts_;
+    std::optional<std::uint64_t> elementCount_;
+    const ImportContext* importContext_;
+    bool plainName_; // stands in a document as it is
+};
+
+/// The text of an address, kept in place.
+class AddressText {
+public:
+    AddressText(const MemoryPosition& place, Alignment alignment);
+    AddressText(const AddressText&) = delete;
+    AddressText& operator=(const AddressText&) = delete;
+
+    /// Valid as long as this object lives.
+    [[nodiscard]] std::string_view view() const { return {text_.data(), end_}; }
+
+private:
+    std::array<char, 32> text_;
+    char* end_;
+};
+
+/// Takes the memory of one variable of the type at `position`: aligns the position, moves it behind
+/// the variable and returns where that begins. Throws std::runtime_error for a type without a size.
+MemoryPosition placeScalar(const TypeFacts& facts, std::optional<std::uint64_t> elementCount,
+                           MemoryPosition& position);
+
+/// As `placeScalar`, giving the address relative to the data block: DB12, or DB0.3 for a Bool. No
+/// width letter stands in it, since the width follows from the data type.
+[[nodiscard]] AddressText scalarAddress(const ScalarNode& node, MemoryPosition& position);
+
+} // namespace corvane::workbench::plugins::s7Driver

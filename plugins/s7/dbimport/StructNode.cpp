@@ -1,0 +1,48 @@
+#include "dbimport/StructNode.hpp"
+
+#include "dbimport/DocumentKeys.hpp"
+#include "dbimport/ElementPath.hpp"
+#include "dbimport/MemoryPosition.hpp"
+
+#include <corvane/workbench/config/DocumentKeys.hpp>
+
+#include <utility>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+StructNode::StructNode(std::string name, ExternalAccess access, bool transparent)
+    : DataBlockNode(std::move(name), access), transparent_(transparent) {}
+
+void StructNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                               ElementPath& path) {
+    path.budget().spend();
+    if (!access().externalAccessible)
+        return;
+    if (transparent_) {
+        path.clearIndexSuffix();
+        writeMembers(targetArray, position, path);
+        return;
+    }
+    auto entry = targetArray.addObject();
+    auto element = entry.addObject(documentKeys::kStruct);
+    element.addStringView(config::kNameKey, path.indexedName(name()));
+    auto members = element.addArray(config::kChildrenKey);
+    const ElementPath::Level level(path, name());
+    writeMembers(members, position, path);
+}
+
+double StructNode::documentSize(std::size_t indexSize) const {
+    constexpr double kBrackets = 50; // and the keys
+    if (!access().externalAccessible)
+        return 0;
+    return kBrackets + static_cast<double>(name().size() + indexSize) + childrenDocumentSize();
+}
+
+void StructNode::writeMembers(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                              ElementPath& path) {
+    position.alignToWord();
+    writeChildren(targetArray, position, path);
+    position.alignToWord();
+}
+
+} // namespace corvane::workbench::plugins::s7Driver

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+/// The data types of items.
+namespace corvane::workbench::plugins::s7Driver {
+
+/// The value types of items, in the order of the "value" attributes of plugin/Members.hpp.
+enum class ValueType : std::uint8_t {
+    signed8,
+    signed16,
+    signed32,
+    signed64,
+    unsigned8,
+    unsigned16,
+    unsigned32,
+    unsigned64,
+    float32,
+    float64,
+    text8,
+    text16,
+    boolean,
+    generic,
+};
+inline constexpr std::size_t kValueTypeCount = 14;
+
+struct DataType {
+    std::string_view name;        // as it is kept, in documents too
+    std::string_view displayName; // English
+    ValueType valueType;
+};
+
+/// All data types, in the order in which the form offers them. The bit strings (Byte to LWord) have
+/// the value types of the unsigned integers of their width.
+inline constexpr std::array<DataType, 17> kDataTypes{{
+    {"Bool", "Boolean", ValueType::boolean},
+    {"Byte", "Byte", ValueType::unsigned8},
+    {"Word", "Word", ValueType::unsigned16},
+    {"DWord", "DWord", ValueType::unsigned32},
+    {"LWord", "LWord", ValueType::unsigned64},
+    {"SInt", "signed 8-bit integer", ValueType::signed8},
+    {"USInt", "unsigned 8-bit integer", ValueType::unsigned8},
+    {"Int", "signed 16-bit integer", ValueType::signed16},
+    {"UInt", "unsigned 16-bit integer", ValueType::unsigned16},
+    {"DInt", "signed 32-bit integer", ValueType::signed32},
+    {"UDInt", "unsigned 32-bit integer", ValueType::unsigned32},
+    {"LInt", "signed 64-bit integer", ValueType::signed64},
+    {"ULInt", "unsigned 64-bit integer", ValueType::unsigned64},
+    {"Real", "32-bit floating point", ValueType::float32},
+    {"LReal", "64-bit floating point", ValueType::float64},
+    {"String", "String", ValueType::text8},
+    {"WString", "WString", ValueType::text16},
+}};
+
+/// The entry of a data type; null for a text that is none.
+[[nodiscard]] constexpr const DataType* findDataType(std::string_view name) {
+    for (const auto& type : kDataTypes)
+        if (type.name == name)
+            return &type;
+    return nullptr;
+}
+
+/// Whether items of this type have a string size.
+[[nodiscard]] constexpr bool isStringType(std::string_view name) {
+    const auto* const type = findDataType(name);
+    return type != nullptr &&
+           (type->valueType == ValueType::text8 || type->valueType == ValueType::text16);
+}
+
+} // namespace corvane::workbench::plugins::s7Driver

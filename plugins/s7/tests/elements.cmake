@@ -1,0 +1,36 @@
+# The tests of the elements, their forms and the finished module.
+
+set(S7_LIBRARIES s7_address s7_elements s7_dbimport s7_forms s7_plugin CorvaneWorkbenchPlugin)
+
+corvane_test(s7_elements_test
+    SOURCES
+        CommandTest.cpp
+        DataBlockTest.cpp
+        ElementClassesTest.cpp
+        ItemTest.cpp
+        ItemValidationTest.cpp
+        MembersTest.cpp
+        PlcTest.cpp
+        SkillTest.cpp
+        StructTest.cpp
+    LIBRARIES ${S7_LIBRARIES})
+
+corvane_test(s7_forms_test
+    SOURCES
+        DataBlockFormTest.cpp
+        EmptyFormsTest.cpp
+        ItemFormTest.cpp
+        PlcFormTest.cpp
+    LIBRARIES ${S7_LIBRARIES})
+
+# Knows of the plug-in what a host knows: the file.
+corvane_test(s7_module_test
+    SOURCES AtExitRecorder.cpp ModuleTest.cpp
+    LIBRARIES CorvaneWorkbenchPlugin ${CMAKE_DL_LIBS}
+    DEFINITIONS
+        S7_MODULE="$<TARGET_FILE:CorvaneS7>"
+        WORKBENCH_LIBRARY="$<TARGET_FILE:CorvaneWorkbenchPlugin>"
+        NM="${CMAKE_NM}")
+add_dependencies(s7_module_test CorvaneS7)
+# The module must find the program's __cxa_atexit.
+set_target_properties(s7_module_test PROPERTIES ENABLE_EXPORTS ON)
