@@ -85,6 +85,15 @@ TEST_F(StagingTest, ReferencesFollowReleasedElementsToTheirPlace) {
     EXPECT_EQ(model_.findElement("/line/pump 2/motor"), *toMotor.element());
 }
 
+TEST_F(StagingTest, ReferencesToASuccessorGetThePathOfWhatItReplaces) {
+    auto& successor = staging_->append(make<Machine>(), "new pump");
+    const auto reference = successor.makeReference();
+    EXPECT_EQ(reference.text(), "/line/new pump");
+    static_cast<void>(pump_.replaceSkillElement(successor));
+    EXPECT_EQ(reference.elementOrNull(), &pump_);
+    EXPECT_EQ(reference.text(), "/line/pump");
+}
+
 TEST_F(StagingTest, ChildrenCanBeReleasedFromTheirParent) {
     auto& cell = stage("cell");
     auto& motor = add<Machine>(cell, "motor");

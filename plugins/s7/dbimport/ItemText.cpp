@@ -8,6 +8,7 @@
 #include <corvane/workbench/config/DocumentKeys.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
 
+#include <algorithm>
 #include <charconv>
 
 namespace corvane::workbench::plugins::s7Driver::itemText {
@@ -50,8 +51,7 @@ constexpr auto kTypePieces = [] {
 constexpr Piece kAddress = pieceOf({",\"", keys::kAddress.text(), "\":\"", kDataBlockMarker});
 
 char* copy(char* target, std::string_view text) {
-    std::memcpy(target, text.data(), text.size());
-    return target + text.size();
+    return std::copy(text.begin(), text.end(), target);
 }
 
 char* number(char* target, std::uint64_t value) {
