@@ -1,0 +1,137 @@
+#include "Workplace.hpp"
+
+#include <gtest/gtest.h>
+
+namespace corvane::test {
+
+namespace {
+
+std::string testPlugin(std::string_view name) {
+    return (testPlugins() / (std::string(name) + ".so")).string();
+}
+
+std::string ownText() {
+    return "S7  " + ownPlugin().string() + R"(
+  PLC         S7 compatible plc
+  Command     S7 command
+  DataBlock   S7 data block
+  Item        S7 data item
+  Struct      S7 data structure
+)";
+}
+
+std::string benchText(std::string_view file) {
+    return "Bench  " + std::string(file) + R"(
+  Rack        part of a test bench
+  Box         part of a test bench
+  Pin         part of a test bench
+  Note        part of a test bench
+)";
+}
+
+} // namespace
+
+TEST(Plugins, thoseBesideTheProgram) {
+    const Workplace place;
+    EXPECT_EQ(place.run({"plugins"}), done(ownText()));
+}
+
+TEST(Plugins, asJson) {
+    const Workplace place;
+    EXPECT_EQ(place.run({"plugins", "--json"}), done(R"([
+  {"skill": "S7", "uuid": "0f149f70-c1fe-4a32-a3d2-0ed86370f99a", "file": ")" +
+                                                     ownPlugin().string() +
+                                                     R"(", "classes": [
+    {"name": "PLC", "uuid": "15728303-44fc-4684-8046-0d22967496f5", "description": "S7 compatible plc", "displayName": "S7 Compatible PLC", "shortName": "PLC", "classCode": 6, "topLevel": true, "accepts": [
+      "Command",
+      "DataBlock",
+      "Item",
+      "Struct"
+    ]},
+    {"name": "Command", "uuid": "a03a23c1-0557-4b69-8b0d-28c66a10696f", "description": "S7 command", "displayName": "Command", "shortName": "Command", "classCode": 10, "topLevel": false, "accepts": []},
+    {"name": "DataBlock", "uuid": "2c8e6ca2-51c2-417f-8245-3212af20a29c", "description": "S7 data block", "displayName": "Data Block", "shortName": "DB", "classCode": 7, "topLevel": false, "accepts": [
+      "Item",
+      "Struct"
+    ]},
+    {"name": "Item", "uuid": "0ab0172a-3d1c-45bf-8581-f08e117f063d", "description": "S7 data item", "displayName": "Data Item", "shortName": "Data", "classCode": 2, "topLevel": false, "accepts": []},
+    {"name": "Struct", "uuid": "acf337c0-c2d1-4a00-95f4-8a3c412cf35b", "description": "S7 data structure", "displayName": "Structure", "shortName": "Struct", "classCode": 9, "topLevel": false, "accepts": [
+      "Item",
+      "Struct"
+    ]}
+  ]}
+]
+)"));
+}
+
+TEST(Plugins, thoseNamedByAnOption) {
+    const Workplace place;
+    const auto bench = testPlugin("Bench");
+    EXPECT_EQ(place.run({"plugins", "--plugin", bench}), done(ownText() + benchText(bench)));
+    EXPECT_EQ(place.run({"--plugin", ownPlugin().string(), "plugins"}), done(ownText()));
+}
+
+TEST(Plugins, thoseInTheFoldersOfTheEnvironment) {
+    const Workplace place;
+    std::filesystem::create_directory(place.folder() / "mine");
+    std::filesystem::create_symlink(testPlugin("Bench"), place.folder() / "mine/Bench.so");
+    place.write("mine/readme.txt", "not a plug-in");
+    EXPECT_EQ(
+        place.run({"plugins"}, {.variables = {"CORVANE_PLUGIN_PATH=none::mine:"}, .output = {}}),
+        done(ownText() + benchText("mine/Bench.so")));
+}
+
+// One that cannot be loaded is reported, and the verb does its job with the others.
+TEST(Plugins, brokenOnesDisturbNobody) {
+    const Workplace place;
+    place.write("text.so", std::string(200, 'x'));
+    const std::vector<std::pair<std::string, std::string>> broken{
+        {testPlugin("MissingSymbol"), "undefined symbol: corvaneSymbolThatNobodyHas"},
+        {testPlugin("NoSkill"), "it brings no skill"},
+        {testPlugin("DuplicateName"),
+         "the skill name \"Bench\" is taken by " + testPlugin("Bench")},
+        {testPlugin("DuplicateUuid"),
+         "the UUID of the skill \"Impostor\" is taken by " + testPlugin("Bench")},
+        {testPlugin("DuplicateClass"), "the element class \"Thing\" is registered twice"},
+        {testPlugin("ThrowingException"), "the licence has ended"},
+        {testPlugin("ThrowingNumber"), "it threw what is no exception"},
+        {"none.so", "No such file or directory"},
+        {"text.so", "invalid ELF header"},
+    };
+    std::vector<std::string> words{"plugins", "--plugin", testPlugin("Bench")};
+    std::string reports;
+    for (const auto& [file, reason] : broken) {
+        words.insert(words.end(), {"--plugin", file});
+        reports.append("corvane: plug-in ").append(file);
+        reports.append(" was not loaded: ").append(reason).append("\n");
+    }
+    EXPECT_EQ(
+        place.run(words),
+        (Result{.exitCode = 0, .out = ownText() + benchText(testPlugin("Bench")), .err = reports}));
+}
+
+// The program knows no more of its own plug-in than of any other.
+TEST(Plugins, aSecondOneIsServedLikeTheFirst) {
+    const Workplace place;
+    const auto bench = testPlugin("Bench");
+    place.write("a.bench", R"([{"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
+        {"@Skill.Bench.Pin": {"name": "p", "id": "2", "value": "v", "peer": "b"}}]}}])");
+    EXPECT_EQ(place.run({"--plugin", bench, "import", "a.bench", "--project", "P.json"}).exitCode,
+              0);
+    EXPECT_EQ(place.read("P.json"), R"({"corvane": 1, "elements": [
+  {"@Skill.Bench.Rack": {"name": "Rack", "id": "", "children": [
+    {"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
+      {"@Skill.Bench.Pin": {"name": "p", "id": "2", "value": "v", "peer": "/Rack/b"}}
+    ]}}
+  ]}}
+]}
+)");
+    EXPECT_EQ(place.run({"--plugin", bench, "show", "P.json"}),
+              done("Rack  Rack\n  b  Box\n    p  Pin  v\n"));
+    EXPECT_EQ(place.run({"--plugin", bench, "import", "none.bench"}),
+              (Result{.exitCode = 1, .out = {}, .err = "the bench cannot read none.bench\n"}));
+
+    EXPECT_EQ(place.run({"show", "P.json"}),
+              failed(R"(P.json: no loaded plug-in has the element class "@Skill.Bench.Rack")"));
+}
+
+} // namespace corvane::test

@@ -1,0 +1,89 @@
+#include "Workplace.hpp"
+
+#include <gtest/gtest.h>
+
+namespace corvane::test {
+
+namespace {
+
+constexpr std::string_view kProject = R"({"corvane": 1, "elements": [
+  {"@Skill.S7.PLC": {"name": "PLC", "address": "192.168.0.10", "rack": 0, "slot": 1, "children": [
+    {"@Skill.S7.Command": {"name": "Default Command"}},
+    {"@Skill.S7.DataBlock": {"name": "Data", "DBNumber": 5, "children": [
+      {"@Skill.S7.Item": {"name": "a", "dataType": "Bool", "address": "DB0.0", "writable": true, "command": "/PLC/Default Command"}},
+      {"@Skill.S7.Struct": {"name": "Größe", "children": [
+        {"@Skill.S7.Item": {"name": "x/y~", "dataType": "WString", "stringSize": 20, "address": "DB2", "writable": false, "command": "/PLC/Default Command"}}
+      ]}},
+      {"@Skill.S7.Struct": {"name": "empty"}}
+    ]}},
+    {"@Skill.S7.Item": {"name": "counter", "dataType": "Word", "address": "MW20", "writable": false, "command": "/PLC/Gone"}},
+    {"@Skill.S7.Item": {"name": "new\n\"item\"", "dataType": "Byte", "address": "", "writable": false, "command": ""}}
+  ]}}
+]}
+)";
+
+class ShowTest : public testing::Test {
+protected:
+    ShowTest() { place.write("P.json", kProject); }
+
+public:
+    Workplace place;
+};
+
+} // namespace
+
+TEST_F(ShowTest, printsTheTree) {
+    EXPECT_EQ(place.run({"show", "P.json"}),
+              done(R"(PLC  PLC  192.168.0.10  Rack number 0  Slot number 1
+  Default Command  Command
+  Data             DB    DB number 5
+    a      Data  Bool  DB5.DB0.0
+    Größe  Struct
+      x/y~  Data  WString  DB5.DB2  String size 20
+    empty  Struct
+  counter          Data  Word  MW20
+  new?"item"       Data  Byte
+)"));
+}
+
+TEST_F(ShowTest, printsTheTreeOfOneElement) {
+    EXPECT_EQ(place.run({"show", "P.json", "/PLC/Data/Größe"}), done(R"(Größe  Struct
+  x/y~  Data  WString  DB5.DB2  String size 20
+)"));
+    EXPECT_EQ(place.run({"show", "P.json", "/PLC/counter"}), done("counter  Data  Word  MW20\n"));
+}
+
+TEST_F(ShowTest, printsWhatASaveWouldWrite) {
+    EXPECT_EQ(place.run({"show", "P.json", "--json"}), done(kProject));
+    EXPECT_EQ(place.run({"show", "--json", "P.json"}), done(kProject));
+}
+
+TEST_F(ShowTest, printsTheDocumentOfOneElement) {
+    EXPECT_EQ(place.run({"show", "P.json", "/PLC/Data/Größe/x~1y~0", "--json"}),
+              done(R"({"@Skill.S7.Item": {"name": "x/y~", "dataType": "WString", )"
+                   R"("stringSize": 20, "address": "DB2", "writable": false, )"
+                   R"("command": "/PLC/Default Command"}})"
+                   "\n"));
+    EXPECT_EQ(place.run({"show", "P.json", "/PLC/Data/Größe", "--json"}),
+              done(R"({"@Skill.S7.Struct": {"name": "Größe", "children": [
+  {"@Skill.S7.Item": {"name": "x/y~", "dataType": "WString", "stringSize": 20, "address": "DB2", "writable": false, "command": "/PLC/Default Command"}}
+]}}
+)"));
+}
+
+TEST_F(ShowTest, saysThatThereIsNoSuchElement) {
+    for (const std::string path :
+         {"/PLC/Data/b", "/plc", "PLC", "/", "//", "", "/PLC/", "/PLC/x/y~"})
+        for (const std::string verb : {"show", "members", "form"})
+            EXPECT_EQ(place.run({verb, "P.json", path}),
+                      failed("the project has no element \"" + path + "\""));
+}
+
+TEST_F(ShowTest, ofAnEmptyProject) {
+    place.write("E.json", R"({"elements":[],"corvane":1})");
+    EXPECT_EQ(place.run({"show", "E.json"}), done());
+    EXPECT_EQ(place.run({"show", "E.json", "--json"}),
+              done("{\"corvane\": 1, \"elements\": []}\n"));
+}
+
+} // namespace corvane::test

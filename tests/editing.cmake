@@ -1,0 +1,13 @@
+# The verbs that edit a project, and what an import would change.
+corvane_test(editing-tests
+    SOURCES
+        EditingTest.cpp
+        Workplace.cpp
+    LIBRARIES CorvaneUtils
+    DEFINITIONS
+        CORVANE_PROGRAM="$<TARGET_FILE:corvane>"
+        CORVANE_OWN_PLUGIN="$<TARGET_FILE:CorvaneS7>"
+        CORVANE_TEST_PLUGINS="${CORVANE_TEST_PLUGIN_DIRECTORY}"
+        CORVANE_EXAMPLES="${PROJECT_SOURCE_DIR}/examples"
+        CORVANE_EXPECTED="${CMAKE_CURRENT_SOURCE_DIR}/expected")
+add_dependencies(editing-tests corvane CorvaneS7)

@@ -1,0 +1,248 @@
+#include "workbench/cli/CommandLine.hpp"
+
+#include "workbench/cli/Session.hpp"
+#include "workbench/cli/Verbs.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <functional>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane::workbench::cli {
+
+namespace {
+
+constexpr const char* kProjectHelp = "Project file";
+constexpr const char* kPathHelp = "Path of an element, such as /Line/Data/speed; in a name, ~0 "
+                                  "stands for ~ and ~1 for /";
+constexpr const char* kJsonHelp = "Print JSON for programs instead of text";
+
+/// The verb that was named, ready to run.
+using Job = std::function<ExitCode(Session&)>;
+
+/// Adds a verb whose options fill a request of its own.
+template <class Request>
+CLI::App& addVerb(CLI::App& app, Job& job, const char* name, const char* help,
+                  const std::function<void(CLI::App&, Request&)>& addOptions) {
+    auto* const verb = app.add_subcommand(name, help);
+    const auto request = std::make_shared<Request>();
+    addOptions(*verb, *request);
+    verb->callback(
+        [request, &job] { job = [request](Session& session) { return run(*request, session); }; });
+    return *verb;
+}
+
+void addImport(CLI::App& app, Job& job) {
+    addVerb<ImportRequest>(
+        app, job, "import",
+        "Import a file: into a new element that is only shown, or into a project",
+        [](CLI::App& verb, ImportRequest& request) {
+            verb.add_option("FILE", request.file, "File to import, such as plant.db")->required();
+            auto* const project = verb.add_option(
+                "--project", request.project,
+                "Import into this project and save it; it is created if it does not exist");
+            project->option_text("PROJECT");
+            verb.add_option("--at", request.at,
+                            "Import into the element with this path; needed only where several "
+                            "can import")
+                ->option_text("PATH")
+                ->needs(project);
+            auto* const document = verb.add_flag("--document", request.document,
+                                                 "Print the import document and change nothing");
+            verb.add_flag("--dry-run", request.dryRun,
+                          "Tell what would be added, updated and renamed, and save nothing")
+                ->needs(project)
+                ->excludes(document);
+        });
+}
+
+void addShow(CLI::App& app, Job& job) {
+    addVerb<ShowRequest>(app, job, "show", "Print the tree of a project, or of one element",
+                         [](CLI::App& verb, ShowRequest& request) {
+                             verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+                             verb.add_option("PATH", request.path, kPathHelp);
+                             verb.add_flag("--json", request.json,
+                                           "Print the document as saving would write it");
+                         });
+}
+
+void addMembers(CLI::App& app, Job& job) {
+    addVerb<MembersRequest>(
+        app, job, "members", "Print the attributes, events and tasks that an element publishes",
+        [](CLI::App& verb, MembersRequest& request) {
+            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+            verb.add_option("PATH", request.path, kPathHelp)->required();
+            verb.add_flag("--json", request.json, kJsonHelp);
+        });
+}
+
+void addCheck(CLI::App& app, Job& job) {
+    addVerb<CheckRequest>(app, job, "check",
+                          "Print every property error of a project; exits with 1 if there are any",
+                          [](CLI::App& verb, CheckRequest& request) {
+                              verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+                              verb.add_flag("--json", request.json, kJsonHelp);
+                          });
+}
+
+void addForm(CLI::App& app, Job& job) {
+    addVerb<FormRequest>(app, job, "form", "Print the property form of an element",
+                         [](CLI::App& verb, FormRequest& request) {
+                             verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+                             verb.add_option("PATH", request.path, kPathHelp)->required();
+                             verb.add_flag("--json", request.json, kJsonHelp);
+                         });
+}
+
+void addSet(CLI::App& app, Job& job) {
+    addVerb<SetRequest>(
+        app, job, "set", "Set fields of an element, as its form does, and save the project",
+        [](CLI::App& verb, SetRequest& request) {
+            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+            verb.add_option("PATH", request.path, kPathHelp)->required();
+            verb.add_option("LABEL=VALUE", request.values,
+                            "The label of a field and its value: a text, decimal digits, a choice "
+                            "or a flag as it is stored or shown, the path of an element; all "
+                            "fields are set, or none")
+                ->required();
+        });
+}
+
+void addAdd(CLI::App& app, Job& job) {
+    addVerb<AddRequest>(
+        app, job, "add", "Add an element, save the project, and print the element's path",
+        [](CLI::App& verb, AddRequest& request) {
+            verb.add_option("PROJECT", request.project,
+                            "Project file; it is created if it does not exist and PATH is \"/\"")
+                ->required();
+            verb.add_option("PATH", request.path,
+                            "Path of the element to add it to; \"/\" is the project itself")
+                ->required();
+            verb.add_option("CLASS", request.elementClass,
+                            "Name of its class, or its key in documents, such as @Skill.NAME.CLASS")
+                ->required();
+            verb.add_option("NAME", request.name,
+                            "Its name; a number is put behind a name that is taken");
+        });
+}
+
+void addRename(CLI::App& app, Job& job) {
+    addVerb<RenameRequest>(
+        app, job, "rename", "Rename an element and save the project; references follow it",
+        [](CLI::App& verb, RenameRequest& request) {
+            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+            verb.add_option("PATH", request.path, kPathHelp)->required();
+            verb.add_option("NAME", request.name, "The new name, which no element beside it has")
+                ->required();
+        });
+}
+
+void addRemove(CLI::App& app, Job& job) {
+    addVerb<RemoveRequest>(
+        app, job, "remove",
+        "Remove an element and all below it, save the project, and print which elements now refer "
+        "to nothing",
+        [](CLI::App& verb, RemoveRequest& request) {
+            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+            verb.add_option("PATH", request.path, kPathHelp)->required();
+        });
+}
+
+void addPlugins(CLI::App& app, Job& job) {
+    addVerb<PluginsRequest>(app, job, "plugins", "Print the skills and element classes loaded",
+                            [](CLI::App& verb, PluginsRequest& request) {
+                                verb.add_flag("--json", request.json, kJsonHelp);
+                            });
+}
+
+void addVerbs(CLI::App& app, Job& job) {
+    addImport(app, job);
+    addShow(app, job);
+    addMembers(app, job);
+    addCheck(app, job);
+    addForm(app, job);
+    addSet(app, job);
+    addAdd(app, job);
+    addRename(app, job);
+    addRemove(app, job);
+    addPlugins(app, job);
+}
+
+void report(std::string_view message) { std::cerr << "corvane: " << message << '\n'; }
+
+// An error may come out of a plug-in, so it is reported while the plug-ins are loaded.
+ExitCode runReporting(const Job& job, Session& session) try {
+    const auto code = job(session);
+    session.output().flush();
+    return code;
+} catch (const std::exception& error) {
+    report(error.what());
+    return kFailed;
+}
+
+// What could not be loaded is told last: where a verb fails, its own text comes first.
+ExitCode runReporting(const Job& job, const std::vector<std::filesystem::path>& plugins) try {
+    Session session(plugins);
+    const auto code = runReporting(job, session);
+    for (const auto& failure : session.plugins().failures())
+        report("plug-in " + failure.file.string() + " was not loaded: " + failure.reason);
+    return code;
+} catch (const std::exception& error) {
+    report(error.what());
+    return kFailed;
+}
+
+// What kind of text an argument is, and which option needs which, is said in words.
+void leaveTypesOut(CLI::App& verb) {
+    for (auto* const option : verb.get_options())
+        if (option->get_option_text().empty())
+            option->option_text(" ");
+}
+
+std::string usageMessage(const CLI::App* app, const CLI::Error& error) {
+    std::string command = app->get_name();
+    for (const auto* const verb : app->get_subcommands())
+        command += " " + verb->get_name();
+    return std::string("corvane: ") + error.what() + "\nRun \"" + command +
+           " --help\" for more information.\n";
+}
+
+} // namespace
+
+int runCommandLine(int argc, const char* const* argv) {
+    CLI::App app("Engineering workbench for automation projects", "corvane");
+    app.set_version_flag("--version", std::string("corvane ") + CORVANE_VERSION);
+    app.require_subcommand(0, 1); // an unknown one is reported better than a missing one
+    app.fallthrough();
+    app.failure_message(usageMessage);
+    app.footer("The exit code is 0 when the job is done, 1 when it failed or check found problems, "
+               "and 2 when the command line is wrong.");
+
+    std::vector<std::filesystem::path> plugins;
+    app.add_option("--plugin", plugins,
+                   "Load this plug-in, too; those beside the program and in the folders of "
+                   "CORVANE_PLUGIN_PATH are always loaded")
+        ->option_text("FILE")
+        ->allow_extra_args(false); // a file each time, and what follows is the verb's
+    Job job;
+    addVerbs(app, job);
+    for (auto* const verb : app.get_subcommands({})) {
+        verb->fallthrough();
+        leaveTypesOut(*verb);
+    }
+
+    try {
+        app.parse(argc, argv);
+        if (!job)
+            throw CLI::RequiredError("A subcommand");
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? kDone : kUsage;
+    }
+    return runReporting(job, plugins);
+}
+
+} // namespace corvane::workbench::cli

@@ -1,0 +1,54 @@
+#include "workbench/core/DocumentWriter.hpp"
+
+#include <corvane/workbench/config/DocumentKeys.hpp>
+
+namespace corvane::workbench::core {
+
+namespace {
+
+namespace encoder = utils::json::encoder;
+
+// As deep as elements nest, which the tree bounds.
+void write(encoder::Object document, const PluginHost& plugins, const model::Element& element) {
+    auto members =
+        document.addObject(encoder::Key::of(plugins.entryOf(element.elementClass()).documentKey));
+    members.addStringView(config::kNameKey, element.name());
+    element.getSkillElement()->save(members);
+    if (element.childElements().empty())
+        return;
+    auto children = members.addArray(config::kChildrenKey);
+    for (const auto& child : element.childElements())
+        write(children.addObject(), plugins, *child);
+}
+
+} // namespace
+
+void writeProject(utils::io::OutputStream& stream, const PluginHost& plugins,
+                  const model::Element& root) {
+    encoder::Document document(stream, encoder::Format::lines);
+    {
+        auto project = document.object();
+        project.addPreformattedNumber(kFormatKey, kFormatNumber);
+        auto elements = project.addArray(kElementsKey);
+        for (const auto& element : root.childElements())
+            write(elements.addObject(), plugins, *element);
+    }
+    stream.put('\n');
+}
+
+void writeElement(utils::io::OutputStream& stream, const PluginHost& plugins,
+                  const model::Element& element) {
+    encoder::Document document(stream, encoder::Format::lines);
+    write(document.object(), plugins, element);
+    stream.put('\n');
+}
+
+void writeElements(utils::io::OutputStream& stream, const PluginHost& plugins,
+                   std::span<const model::Element* const> elements) {
+    encoder::Document document(stream, encoder::Format::compact);
+    auto array = document.array();
+    for (const auto* const element : elements)
+        write(array.addObject(), plugins, *element);
+}
+
+} // namespace corvane::workbench::core

@@ -1,0 +1,192 @@
+#include "workbench/core/ImportMerge.hpp"
+
+#include "workbench/core/IdentityIndex.hpp"
+
+#include <corvane/utils/numeric/FormatNumber.hpp>
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace corvane::workbench::core {
+
+namespace {
+
+using model::Element;
+using model::Staging;
+using Elements = std::vector<std::unique_ptr<Element>>;
+
+bool sameIdentity(const Element& a, const Element& b) {
+    if (&a.elementClass() != &b.elementClass())
+        return false;
+    const auto id = a.getSkillElement()->importId();
+    return id && id == b.getSkillElement()->importId();
+}
+
+/// The merge of one level, and of the levels below it.
+class LevelMerge {
+public:
+    LevelMerge(Element& parent, Elements staged, ImportOutcome& outcome, ImportChanges* changes)
+        : parent_(parent),
+          staged_(std::move(staged)),
+          partners_(staged_.size()),
+          outcome_(outcome),
+          changes_(changes) {}
+    LevelMerge(const LevelMerge&) = delete;
+    LevelMerge& operator=(const LevelMerge&) = delete;
+    ~LevelMerge() {
+        for (const auto& child : parent_.childElements())
+            Staging::setPaired(*child, false);
+    }
+
+    /// Where the staged elements stand afterwards, in their order.
+    std::vector<Element*> run() {
+        if (!parent_.childElements().empty()) {
+            pairByName();
+            pairByIdentity();
+            replacePaired();
+        }
+        return placeAll();
+    }
+
+private:
+    void pair(std::size_t index, Element& existing) {
+        partners_[index] = &existing;
+        Staging::setPaired(existing, true);
+    }
+
+    // Names rarely change between two imports, so most pairs are found without an index; and of
+    // several elements with one identity, the one of the same name is meant.
+    void pairByName() {
+        for (std::size_t i = 0; i != staged_.size(); ++i) {
+            Element* const existing = parent_.findChild(staged_[i]->name());
+            if (existing != nullptr && sameIdentity(*staged_[i], *existing))
+                pair(i, *existing);
+        }
+    }
+
+    void pairByIdentity() {
+        std::optional<IdentityIndex> index;
+        for (std::size_t i = 0; i != staged_.size(); ++i) {
+            if (partners_[i] != nullptr)
+                continue;
+            const auto id = staged_[i]->getSkillElement()->importId();
+            if (!id)
+                continue;
+            if (!index)
+                index.emplace(parent_.childElements());
+            if (Element* const existing = index->take(staged_[i]->elementClass(), *id))
+                pair(i, *existing);
+        }
+    }
+
+    void replacePaired() {
+        std::vector<std::pair<Element*, std::string>> renamed;
+        for (std::size_t i = 0; i != staged_.size(); ++i)
+            if (Element* const existing = partners_[i]) {
+                auto name = nameOnReplacement(*existing, *staged_[i]);
+                if (name != existing->name())
+                    renamed.emplace_back(existing, std::move(name));
+                replace(i, *existing);
+            }
+        rename(renamed);
+    }
+
+    static std::string nameOnReplacement(const Element& existing, const Element& staged) {
+        const bool keeps = staged.getSkillElement()->preserveExistingNameOnImport();
+        return keeps ? existing.name() : staged.name();
+    }
+
+    // Two elements may exchange their names, so all give theirs up before any takes a new one. The
+    // names between begin with a character that no file format brings into a name.
+    void rename(const std::vector<std::pair<Element*, std::string>>& renamed) {
+        const auto first = changes_ == nullptr ? 0 : changes_->renamings.size();
+        for (const auto& [element, name] : renamed) {
+            if (changes_ != nullptr)
+                changes_->renamings.push_back({element, element->name(), {}});
+            element->rename("\x01" + name);
+        }
+        for (std::size_t i = 0; i != renamed.size(); ++i) {
+            const auto& [element, name] = renamed[i];
+            const auto& given = element->rename(name);
+            if (changes_ != nullptr)
+                changes_->renamings[first + i].after = given;
+        }
+    }
+
+    void replace(std::size_t index, Element& existing) {
+        const auto staged = std::exchange(staged_[index], nullptr);
+        auto children = Staging::releaseChildren(*staged);
+        staged->getSkillElement()->importMerge(*existing.getSkillElement());
+        auto replaced = existing.replaceSkillElement(*staged);
+        if (changes_ != nullptr)
+            changes_->replacements.push_back({&existing, std::move(replaced)});
+        outcome_.successors.push_back(&existing);
+        ++outcome_.replaced;
+        LevelMerge(existing, std::move(children), outcome_, changes_).run();
+    }
+
+    std::vector<Element*> placeAll() {
+        std::vector<Element*> places(partners_);
+        for (std::size_t i = 0; i != staged_.size(); ++i)
+            if (partners_[i] == nullptr)
+                places[i] = &place(i);
+        return places;
+    }
+
+    Element& place(std::size_t index) {
+        const std::string name = staged_[index]->name();
+        std::string candidate = name;
+        for (std::uint64_t number = 2; Element* const taken = parent_.findChild(candidate);
+             ++number) {
+            Staging::tryName(*staged_[index], candidate);
+            if (!Staging::isPaired(*taken) && sameIdentity(*staged_[index], *taken)) {
+                pair(index, *taken);
+                replace(index, *taken);
+                return *taken;
+            }
+            candidate = name + " ";
+            candidate.append(utils::numeric::detail::formatNumber(number).view());
+        }
+        const auto position = parent_.childElements().size();
+        auto& added = parent_.appendChild(std::move(staged_[index]), candidate);
+        noteAppended(position);
+        Staging::setPaired(added, true); // it is not one to be replaced
+        outcome_.added += countOf(added);
+        return added;
+    }
+
+    void noteAppended(std::size_t position) {
+        if (changes_ == nullptr)
+            return;
+        if (!appending_) {
+            appending_ = changes_->appendings.size();
+            changes_->appendings.push_back({&parent_, position, 0});
+        }
+        ++changes_->appendings[*appending_].count;
+    }
+
+    static std::size_t countOf(const Element& element) {
+        std::size_t count = 1;
+        for (const auto& child : element.childElements())
+            count += countOf(*child);
+        return count;
+    }
+
+    Element& parent_;
+    Elements staged_;
+    std::vector<Element*> partners_; // of each staged element; null where there is none
+    ImportOutcome& outcome_;
+    ImportChanges* changes_;               // may be null
+    std::optional<std::size_t> appending_; // this level's, among the changes
+};
+
+} // namespace
+
+ImportOutcome mergeStaged(Staging& staging, ImportChanges* changes) {
+    ImportOutcome outcome;
+    outcome.top = LevelMerge(staging.target(), staging.release(), outcome, changes).run();
+    return outcome;
+}
+
+} // namespace corvane::workbench::core

@@ -1,0 +1,151 @@
+#include "CoreTesting.hpp"
+
+#include "workbench/core/DocumentError.hpp"
+
+namespace corvane::workbench::core::test {
+
+namespace {
+
+class DocumentReaderTest : public ProjectTest {
+protected:
+    /// The error of a project file with this content, without the file's name in front.
+    std::string errorOf(std::string_view content) const {
+        const auto file = folder.write("bad.json", content);
+        const auto head = file.string() + ": ";
+        try {
+            const Project project(plugins, file);
+        } catch (const DocumentError& error) {
+            const std::string text = error.what();
+            EXPECT_TRUE(text.starts_with(head)) << text;
+            return text.substr(head.size());
+        }
+        ADD_FAILURE() << "it was loaded: " << content;
+        return {};
+    }
+};
+
+} // namespace
+
+TEST_F(DocumentReaderTest, saysWhatIsWrongWithAProject) {
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"", "malformed JSON: there is no value (line 1, column 1)"},
+        {"[]", "expected an object, found an array (line 1, column 1)"},
+        {"{}", R"(member "corvane": this is no corvane project (line 1, column 1))"},
+        {R"({"corvane": "1", "elements": []})",
+         R"(member "corvane": this is no corvane project (line 1, column 1))"},
+        {R"({"corvane": 2, "elements": []})",
+         R"(member "corvane": the project is of format 2, which is not known (line 1, column 1))"},
+        {R"({"corvane": 1.0, "elements": []})",
+         R"(member "corvane": the project is of format 1.0, which is not known )"
+         "(line 1, column 1)"},
+        {R"({"corvane": 1})",
+         R"(member "elements": the project has no elements (line 1, column 1))"},
+        {R"({"corvane": 1, "elements": {}})",
+         R"(member "elements": expected an array, found an object (line 1, column 28))"},
+        {R"({"corvane": 1, "elements": [], "colour": 3})", R"(unknown member "colour")"},
+        {R"({"corvane": 1, "elements": [], "elements": []})",
+         R"(member "elements": duplicate member (line 1, column 32))"},
+        {"{\"corvane\": 1,\n \"elements\": []} x",
+         "malformed JSON: unexpected text behind the outermost value (line 2, column 18)"},
+        {R"({"corvane": 1, "elements": [)",
+         "malformed JSON: unexpected end of the text (line 1, column 29)"},
+    };
+    for (const auto& [content, message] : cases)
+        EXPECT_EQ(errorOf(content), message) << content;
+}
+
+TEST_F(DocumentReaderTest, saysWhatIsWrongWithAnElement) {
+    // Each document stands at line 2, column 1.
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"7", "expected an object, found a number (line 2, column 1)"},
+        {"{}", "an element document has one member, its class and content (line 2, column 1)"},
+        {R"({"@Skill.Bench.Shelf": {"name": "a"}})",
+         R"(no loaded plug-in has the element class "@Skill.Bench.Shelf")"},
+        {R"({"Rack": {"name": "a"}})", R"(no loaded plug-in has the element class "Rack")"},
+        {R"({"@Skill.Bench.Pin": {"name": "a"}})",
+         R"(member "@Skill.Bench.Pin": an element of this class cannot stand here )"
+         "(line 2, column 1)"},
+        {R"({"@Skill.Bench.Rack": 5})",
+         R"(member "@Skill.Bench.Rack": expected an object, found a number (line 2, column 23))"},
+        {R"({"@Skill.Bench.Rack": {}})",
+         R"(member "name": the element has no name (line 2, column 23))"},
+        {R"({"@Skill.Bench.Rack": {"name": ""}})",
+         R"(member "name": an element's name must not be empty (line 2, column 23))"},
+        {R"({"@Skill.Bench.Rack": {"name": 1}})",
+         R"(member "name": expected a string, found a number (line 2, column 32))"},
+        {R"({"@Skill.Bench.Rack": {"name": "a", "name": "b"}})",
+         R"(element "/a": member "name": duplicate member (line 2, column 37))"},
+        {R"({"@Skill.Bench.Rack": {"name": "a"}, "@Skill.Bench.Rack": {"name": "b"}})",
+         "an element document has only one member (line 2, column 1)"},
+        {R"({"@Skill.Bench.Rack": {"name": "a", "height": 3}})",
+         R"(element "/a": unknown member "height")"},
+        {R"({"@Skill.Bench.Rack": {"name": "a", "id": 3}})",
+         R"(element "/a": member "id": expected a string, found a number (line 2, column 43))"},
+        {R"({"@Skill.Bench.Rack": {"name": "a", "children": 3}})",
+         R"(member "children": expected an array, found a number (line 2, column 49))"},
+        {R"({"@Skill.Bench.Rack": {"name": "a/b", "children": [
+           {"@Skill.Bench.Note": {"name": "n~", "text": "unreadable"}}]}})",
+         R"(element "/a~1b/n~0": the note cannot be read)"},
+        {R"({"@Skill.Bench.Rack": {"name": "a", "children": [
+           {"@Skill.Bench.Note": {"name": "n", "last": 1, "text": "lost"}}]}})",
+         R"(element "/a/n": unknown member "text")"},
+        {R"({"@Skill.Bench.Rack": {"name": "a", "children": [
+{"@Skill.Bench.Rack": {"name": "b"}}]}})",
+         R"(member "@Skill.Bench.Rack": an element of this class cannot stand here )"
+         "(line 3, column 1)"},
+    };
+    for (const auto& [element, message] : cases)
+        EXPECT_EQ(errorOf("{\"corvane\": 1, \"elements\": [\n" + element + "]}"), message)
+            << element;
+}
+
+TEST_F(DocumentReaderTest, refusesElementsThatAreNestedTooDeeply) {
+    const auto nested = [](unsigned depth) {
+        std::string text = R"({"corvane": 1, "elements": [{"@Skill.Bench.Rack": {"name": "r")";
+        for (unsigned level = 1; level != depth; ++level)
+            text += R"(, "children": [{"@Skill.Bench.Box": {"name": "b")";
+        for (unsigned level = 1; level != depth; ++level)
+            text += "}}]";
+        return text + "}}]}";
+    };
+    constexpr unsigned kDeepest = model::Element::kMaxDepth;
+    const Project project(plugins, folder.write("deep.json", nested(kDeepest)));
+    EXPECT_EQ(project.model().root().childElements().size(), 1U);
+    EXPECT_EQ(errorOf(nested(kDeepest + 1)), "elements are nested too deeply");
+    EXPECT_EQ(errorOf(nested(100'000)).substr(0, 14), "malformed JSON");
+}
+
+TEST_F(DocumentReaderTest, makesNamesUnique) {
+    const auto project = load(R"({"@Skill.Bench.Rack": {"name": "a"}},
+                                 {"@Skill.Bench.Rack": {"name": "a"}},
+                                 {"@Skill.Bench.Rack": {"name": "a 2"}})");
+    EXPECT_EQ(elementsOf(project), R"({"@Skill.Bench.Rack": {"name": "a", "id": ""}},)"
+                                   R"({"@Skill.Bench.Rack": {"name": "a 2", "id": ""}},)"
+                                   R"({"@Skill.Bench.Rack": {"name": "a 2 2", "id": ""}})");
+}
+
+TEST_F(DocumentReaderTest, readsMembersInAnyOrder) {
+    const auto project = load(R"({"@Skill.Bench.Rack": {"children": [
+        {"@Skill.Bench.Pin": {"value": "v", "id": "p", "name": "pin"}}], "id": "r", "name": "a"}})");
+    EXPECT_EQ(elementsOf(project),
+              R"({"@Skill.Bench.Rack": {"name": "a", "id": "r", "children": [)"
+              R"({"@Skill.Bench.Pin": {"name": "pin", "id": "p", "value": "v", "peer": ""}}]}})");
+}
+
+TEST_F(DocumentReaderTest, resolvesReferencesToWhatComesLater) {
+    const auto project = load(R"({"@Skill.Bench.Rack": {"name": "a", "children": [
+        {"@Skill.Bench.Pin": {"name": "first", "peer": "/a/b~1c"}},
+        {"@Skill.Bench.Pin": {"name": "lost", "peer": "/a/nowhere"}},
+        {"@Skill.Bench.Pin": {"name": "b/c"}}]}})");
+    EXPECT_EQ(errorsOf(project),
+              std::vector<std::string>{
+                  R"(/a/lost: Peer: the referenced element "/a/nowhere" does not exist)"});
+    auto& target = project.element("/a/b~1c");
+    target.rename("d~");
+    EXPECT_NE(elementsOf(project).find(R"("name": "first", "id": "", "value": "", )"
+                                       R"("peer": "/a/d~0")"),
+              std::string::npos);
+    EXPECT_NE(elementsOf(project).find(R"("peer": "/a/nowhere")"), std::string::npos);
+}
+
+} // namespace corvane::workbench::core::test

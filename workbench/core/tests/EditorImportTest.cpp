@@ -1,0 +1,135 @@
+#include "EditorTesting.hpp"
+
+#include "workbench/core/OpenForm.hpp"
+
+#include <corvane/utils/string/Utf.hpp>
+
+namespace corvane::workbench::core::test {
+
+namespace {
+
+// What an import replaces, renames, appends and leaves alone, on two levels; q waits for what the
+// import brings, and p refers to what it replaces.
+constexpr std::string_view kRack = R"({"@Skill.Bench.Rack": {"name": "r", "children": [
+    {"@Skill.Bench.Box": {"name": "a", "id": "1", "children": [
+        {"@Skill.Bench.Pin": {"name": "p", "id": "1", "value": "old", "peer": "/r/a"}},
+        {"@Skill.Bench.Note": {"name": "n", "text": "stays"}}]}},
+    {"@Skill.Bench.Box": {"name": "b", "id": "2"}},
+    {"@Skill.Bench.Pin": {"name": "q", "id": "7", "value": "v", "peer": "/r/new/inner"}}]}})";
+
+constexpr std::string_view kDocument = R"([
+    {"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
+        {"@Skill.Bench.Pin": {"name": "other", "id": "1", "value": "new"}},
+        {"@Skill.Bench.Pin": {"name": "n", "id": "2", "value": "m", "peer": "new"}}]}},
+    {"@Skill.Bench.Box": {"name": "a", "id": "2"}},
+    {"@Skill.Bench.Box": {"name": "new", "id": "3", "children": [
+        {"@Skill.Bench.Pin": {"name": "inner", "id": "4", "peer": "/r/new"}}]}}])";
+
+class EditorImportTest : public EditorTest {};
+
+} // namespace
+
+TEST_F(EditorImportTest, takesAnImportBackInEveryRespect) {
+    auto project = load(kRack);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    Follower follower(project.model().root());
+    editor.setObserver(&follower);
+
+    const auto outcome = editor.import(project.element("/r"), std::string(kDocument));
+    EXPECT_EQ(outcome.replaced, 3U);
+    EXPECT_EQ(outcome.added, 3U);
+    EXPECT_EQ(project.element("/r/b").childElements()[0]->name(), "p") << "pins keep their names";
+    EXPECT_EQ(shown(project, "/r/b/p", u"Peer"), ui::ControlValue(std::u16string(u"/r/b")));
+    EXPECT_EQ(editor.undoText(), u"Import into “r”");
+    EXPECT_EQ(follower.resets, 1U);
+    follower.compare();
+    expectAsReloaded(project);
+    EXPECT_NE(sightOf(project), before);
+    expectUndoAndRedo(editor, before);
+    follower.compare();
+    expectAsReloaded(project);
+
+    // Edits of what came stay possible, and the way back leads through them.
+    set(editor, "/r/new/inner", u"Value", std::u16string(u"x"));
+    editor.remove(std::vector{&project.element("/r/b")});
+    editor.import(project.element("/r"), std::string(kDocument));
+    expectAsReloaded(project);
+    while (editor.canUndo())
+        editor.undo();
+    EXPECT_EQ(sightOf(project), before);
+    while (editor.canRedo())
+        editor.redo();
+    expectAsReloaded(project);
+    follower.compare();
+}
+
+TEST_F(EditorImportTest, changesNothingForADocumentThatCannotBeRead) {
+    auto project = load(kRack);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    Follower follower(project.model().root());
+    editor.setObserver(&follower);
+    for (const std::string document :
+         {R"([{"@Skill.Bench.Box": {"name": "a", "id": "1"}}, 7])", R"([{"@Skill.No.Box": {}}])",
+          R"([{"@Skill.Bench.Note": {"name": "n", "text": "unreadable"}}])", "["}) {
+        EXPECT_NE(messageOf([&] { editor.import(project.element("/r"), document); }), "");
+        EXPECT_EQ(sightOf(project), before);
+    }
+    EXPECT_TRUE(editor.import(project.element("/r"), "[]").top.empty());
+    EXPECT_FALSE(editor.canUndo());
+    EXPECT_EQ(follower.historyChanges, 0U);
+}
+
+TEST_F(EditorImportTest, refusesToMoveWhatCannotBeLoadedAnew) {
+    auto project = load(R"({"@Skill.Bench.Rack": {"name": "r", "children": [
+        {"@Skill.Bench.Box": {"name": "a"}},
+        {"@Skill.Bench.Note": {"name": "n", "text": "unsavable"}}]}})");
+    Editor editor(project);
+    EXPECT_NE(messageOf([&] { move(editor, {"/r/n"}, "/r/a", 0); }), "");
+    EXPECT_EQ(project.element("/r").childElements().size(), 2U);
+    EXPECT_FALSE(editor.canUndo());
+}
+
+TEST_F(EditorImportTest, importsAFileTwiceAndTakesBothBack) {
+    const auto file = folder.write("line.db", R"(DATA_BLOCK "Line"
+{ S7_Optimized_Access := 'FALSE' }
+VERSION : 0.1
+  STRUCT
+    speed : Int;
+    name : String[20];
+  END_STRUCT;
+BEGIN
+END_DATA_BLOCK
+)");
+    auto project = load(R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [
+        {"@Skill.S7.Command": {"name": "Fast"}}]}})");
+    const auto before = sightOf(project);
+    Editor editor(project);
+    const auto import = [&] {
+        auto& target = project.element("/P");
+        const OpenForm form(target);
+        auto document = form.importButton(".db")->press(file);
+        ASSERT_TRUE(document.has_value()) << utils::string::detail::utf16ToUtf8(document.error());
+        editor.import(target, document->text);
+    };
+    import();
+    EXPECT_EQ(shown(project, "/P/Line/speed", u"Effective address"),
+              ui::ControlValue(std::u16string(u"DB1.DB0")));
+    const auto once = sightOf(project);
+    editor.add(project.element("/P"), classOf("S7.Command"), "Slow");
+    editor.rename(project.element("/P/Line/speed"), "velocity");
+    set(editor, "/P/Line/velocity", u"Command", std::u16string(u"/P/Slow"));
+    const auto edited = sightOf(project);
+    import();
+    EXPECT_EQ(sightOf(project), edited) << "names and commands are kept";
+    expectUndoAndRedo(editor, edited);
+    for (int i = 0; i != 4; ++i)
+        editor.undo();
+    EXPECT_EQ(sightOf(project), once);
+    editor.undo();
+    EXPECT_EQ(sightOf(project), before);
+    EXPECT_FALSE(editor.isModified());
+}
+
+} // namespace corvane::workbench::core::test

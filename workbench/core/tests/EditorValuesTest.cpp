@@ -1,0 +1,178 @@
+#include "EditorTesting.hpp"
+
+#include <array>
+
+namespace corvane::workbench::core::test {
+
+namespace {
+
+using Text = std::u16string;
+
+// What a document can hold and no user could enter: a rack of 200, a data type that is not offered,
+// an address with a block's number in front, a command that does not exist.
+constexpr std::string_view kPlant = R"(
+    {"@Skill.S7.PLC": {"name": "P", "address": "h", "rack": 200, "slot": 0, "children": [
+        {"@Skill.S7.Command": {"name": "C"}},
+        {"@Skill.S7.Command": {"name": "D"}},
+        {"@Skill.S7.DataBlock": {"name": "B", "DBNumber": 0, "children": [
+            {"@Skill.S7.Item": {"name": "odd", "dataType": "Quad", "address": "DB9.DB8.DB1",
+                "writable": true, "command": "/P/gone"}},
+            {"@Skill.S7.Struct": {"name": "S", "children": [
+                {"@Skill.S7.Item": {"name": "text", "dataType": "String", "stringSize": 300,
+                    "address": "DBB4", "writable": false, "command": "/P/C"}}]}}]}}]}})";
+
+class EditorValuesTest : public EditorTest {};
+
+} // namespace
+
+TEST_F(EditorValuesTest, putsBackWhatNoUserCouldEnter) {
+    struct Case {
+        std::string_view path;
+        Text label;
+        ui::ControlValue value;
+    };
+    const std::array cases{
+        Case{"/P", u"Rack number", std::uint64_t{3}},
+        Case{"/P", u"Address", Text(u"192.168.0.1")},
+        Case{"/P", u"Address", Text()},
+        Case{"/P/B", u"DB number", std::uint64_t{7}},
+        Case{"/P/B/odd", u"Data type", Text(u"Int")},
+        Case{"/P/B/odd", u"Address", Text(u"DBW2")},
+        Case{"/P/B/odd", u"Command", Text(u"/P/C")},
+        Case{"/P/B/odd", u"Command", Text()},
+        Case{"/P/B/odd", u"Writable", false},
+        Case{"/P/B/S/text", u"String size", std::uint64_t{20}},
+        Case{"/P/B/S/text", u"Command", Text(u"/P/D")},
+    };
+    for (const auto& [path, label, value] : cases) {
+        auto project = load(kPlant);
+        const auto before = sightOf(project);
+        Editor editor(project);
+        set(editor, path, label, value);
+        EXPECT_EQ(shown(project, path, label), value);
+        EXPECT_NE(sightOf(project), before);
+        expectUndoAndRedo(editor, before);
+    }
+}
+
+TEST_F(EditorValuesTest, refusesWhatTheFormRefuses) {
+    struct Case {
+        std::string_view path;
+        Text label;
+        ui::ControlValue value;
+        std::string_view message;
+    };
+    const std::array cases{
+        Case{"/P", u"Rack number", std::uint64_t{8},
+             "/P: Rack number: the value must lie between 0 and 7"},
+        Case{"/P/B", u"DB number", std::uint64_t{65536},
+             "/P/B: DB number: the value must lie between 1 and 65535"},
+        Case{"/P/B/odd", u"Data type", Text(u"Long"),
+             "/P/B/odd: Data type: “Long” is not one of the choices"},
+        Case{"/P/B/odd", u"Command", Text(u"/P/B"),
+             "/P/B/odd: Command: “/P/B” is not one of the elements that can be chosen"},
+        Case{"/P/B/odd", u"Effective address", Text(u"DB1.DB2"),
+             "/P/B/odd: Effective address: the field is shown for information and cannot be set"},
+        Case{"/P/B/odd", u"Writable", Text(u"true"),
+             "/P/B/odd: Writable: the field does not take a value of this type"},
+        Case{"/P/B/odd", u"String size", std::uint64_t{9},
+             "/P/B/odd: String size: the field is not shown now"},
+        Case{"/P", u"Import DB File", Text(u"x"),
+             "/P: Import DB File: a button has no value that could be set"},
+        Case{"/P", u"Rack", std::uint64_t{1},
+             "there is no field “Rack”; the fields are: Address, Rack number, Slot number, Import "
+             "DB File"},
+        Case{"/P/C", u"Rack", std::uint64_t{1},
+             "there is no field “Rack”; the element has no fields"},
+    };
+    auto project = load(kPlant);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    for (const auto& [path, label, value, message] : cases) {
+        EXPECT_EQ(messageOf([&] { set(editor, path, label, value); }), message);
+        EXPECT_EQ(sightOf(project), before);
+    }
+    EXPECT_FALSE(editor.canUndo());
+}
+
+TEST_F(EditorValuesTest, setsAllFieldsOrNone) {
+    auto project = load(kPlant);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    std::vector<FieldValue> values{{u"Address", Text(u"host")},
+                                   {u"Slot number", std::uint64_t{2}},
+                                   {u"Rack number", std::uint64_t{8}}};
+    EXPECT_NE(messageOf([&] { editor.setValues(project.element("/P"), values); }), "");
+    EXPECT_EQ(sightOf(project), before);
+    EXPECT_FALSE(editor.canUndo());
+
+    values.back().value = std::uint64_t{7};
+    editor.setValues(project.element("/P"), values);
+    EXPECT_EQ(shown(project, "/P", u"Rack number"), ui::ControlValue(std::uint64_t{7}));
+    expectUndoAndRedo(editor, before);
+    editor.undo();
+    EXPECT_FALSE(editor.canUndo());
+}
+
+TEST_F(EditorValuesTest, takesAFieldThatAnotherValueShows) {
+    auto project = load(kPlant);
+    Editor editor(project);
+    const std::vector<FieldValue> values{{u"String size", std::uint64_t{9}},
+                                         {u"Data type", Text(u"WString")}};
+    editor.setValues(project.element("/P/B/odd"), values);
+    EXPECT_NE(elementsOf(project).find(R"("stringSize": 9)"), std::string::npos);
+}
+
+TEST_F(EditorValuesTest, takesWhatAFieldHasForNoChange) {
+    auto project = load(kPlant);
+    Editor editor(project);
+    Follower follower(project.model().root());
+    editor.setObserver(&follower);
+    set(editor, "/P", u"Rack number", std::uint64_t{200}); // though it could not be entered
+    set(editor, "/P/B/odd", u"Command", Text(u"/P/gone"));
+    set(editor, "/P/B/odd", u"Address", Text(u"DB7.DB8")); // differs, and is corrected
+    EXPECT_EQ(shown(project, "/P/B/odd", u"Address"), ui::ControlValue(Text(u"DB8")));
+    editor.undo();
+    EXPECT_FALSE(editor.canUndo());
+    EXPECT_EQ(follower.changed.size(), 2U);
+    EXPECT_EQ(follower.historyChanges, 2U);
+}
+
+TEST_F(EditorValuesTest, letsItemsFollowTheNumberOfTheirBlock) {
+    auto project = load(kPlant);
+    Editor editor(project);
+    set(editor, "/P/B", u"DB number", std::uint64_t{12});
+    EXPECT_EQ(shown(project, "/P/B/S/text", u"Effective address"),
+              ui::ControlValue(Text(u"DB12.DBB4")));
+    expectAsReloaded(project);
+    editor.undo();
+    EXPECT_EQ(shown(project, "/P/B/S/text", u"Effective address"),
+              ui::ControlValue(Text(u"DB0.DBB4")));
+    expectAsReloaded(project);
+}
+
+TEST_F(EditorValuesTest, setsOneFieldOfManyElements) {
+    std::string children = R"({"@Skill.S7.Command": {"name": "C"}})";
+    for (int i = 0; i != 500; ++i)
+        children += R"(,{"@Skill.S7.Item": {"name": "i)" + std::to_string(i) + "\"}}";
+    auto project =
+        load(R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [)" + children + "]}}");
+    const auto before = sightOf(project);
+    Editor editor(project);
+    std::vector<model::Element*> items;
+    for (const auto& child : project.element("/P").childElements().subspan(1))
+        items.push_back(child.get());
+
+    editor.setValue(items, {u"Command", Text(u"/P/C")});
+    for (const auto* const item : items)
+        EXPECT_EQ(shown(project, item->path(), u"Command"), ui::ControlValue(Text(u"/P/C")));
+    EXPECT_EQ(editor.undoText(), u"Change “Command” of 500 elements");
+    expectUndoAndRedo(editor, before);
+    editor.undo();
+
+    items.push_back(&project.element("/P")); // has no such field
+    EXPECT_NE(messageOf([&] { editor.setValue(items, {u"Command", Text(u"/P/C")}); }), "");
+    EXPECT_EQ(sightOf(project), before);
+}
+
+} // namespace corvane::workbench::core::test

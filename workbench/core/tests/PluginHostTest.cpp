@@ -1,0 +1,154 @@
+#include "CoreTesting.hpp"
+
+#include <dlfcn.h>
+
+namespace corvane::workbench::core::test {
+
+namespace {
+
+bool isInMemory(const std::filesystem::path& file) {
+    void* const handle = ::dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (handle != nullptr)
+        ::dlclose(handle);
+    return handle != nullptr;
+}
+
+std::size_t registeredSkills() {
+    std::size_t count = 0;
+    skill::Skill::Class::forEachRegistered([&](const auto&) { ++count; });
+    return count;
+}
+
+std::vector<std::string> skillNames(const PluginHost& plugins) {
+    std::vector<std::string> names;
+    for (const auto& skill : plugins.skills())
+        names.emplace_back(skill.skillClass->name());
+    return names;
+}
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST(PluginHost, describesWhatAPlugInBrings) {
+    PluginHost plugins;
+    plugins.load(testPlugin("Bench"));
+
+    ASSERT_EQ(plugins.failures().size(), 0U);
+    ASSERT_EQ(plugins.skills().size(), 1U);
+    const auto& skill = plugins.skills().front();
+    EXPECT_EQ(skill.skillClass->name(), "Bench");
+    EXPECT_EQ(skill.file, testPlugin("Bench"));
+    EXPECT_NE(skill.skill, nullptr);
+
+    ASSERT_EQ(skill.classes.size(), 4U);
+    const Names keys{"@Skill.Bench.Rack", "@Skill.Bench.Box", "@Skill.Bench.Pin",
+                     "@Skill.Bench.Note"};
+    for (std::size_t i = 0; i != keys.size(); ++i) {
+        EXPECT_EQ(skill.classes[i].documentKey, keys[i]);
+        EXPECT_EQ(skill.classes[i].topLevel, i == 0);
+        EXPECT_EQ(plugins.findClass(keys[i]), &skill.classes[i]);
+        EXPECT_EQ(&plugins.entryOf(*skill.classes[i].elementClass), &skill.classes[i]);
+    }
+    EXPECT_EQ(plugins.findClass("@Skill.Bench.Shelf"), nullptr);
+    EXPECT_EQ(plugins.findClass("@Skill.S7.PLC"), nullptr);
+}
+
+TEST(PluginHost, unloadsWithEverythingThatThePlugInsBrought) {
+    for (int round = 0; round != 3; ++round) {
+        {
+            PluginHost plugins;
+            plugins.load(testPlugin("Bench"));
+            plugins.load(CORVANE_OWN_PLUGIN);
+            EXPECT_EQ(skillNames(plugins), (Names{"Bench", "S7"}));
+            EXPECT_EQ(registeredSkills(), 2U);
+        }
+        EXPECT_EQ(registeredSkills(), 0U);
+        EXPECT_FALSE(isInMemory(testPlugin("Bench")));
+        EXPECT_FALSE(isInMemory(CORVANE_OWN_PLUGIN));
+    }
+}
+
+TEST(PluginHost, passesOverAFileThatIsLoaded) {
+    const Folder folder;
+    std::filesystem::create_symlink(testPlugin("Bench"), folder.path() / "Again.so");
+    PluginHost plugins;
+    plugins.load(testPlugin("Bench"));
+    plugins.load(testPlugin("Bench"));
+    plugins.load(folder.path() / "Again.so");
+    EXPECT_EQ(skillNames(plugins), Names{"Bench"});
+    EXPECT_EQ(plugins.failures().size(), 0U);
+}
+
+TEST(PluginHost, loadsAFolderInTheOrderOfNames) {
+    const Folder folder;
+    std::filesystem::create_symlink(testPlugin("Bench"), folder.path() / "b.so");
+    std::filesystem::create_symlink(CORVANE_OWN_PLUGIN, folder.path() / "a.so");
+    folder.write("c.txt", "no plug-in");
+    PluginHost plugins;
+    plugins.loadFolder(folder.path());
+    EXPECT_EQ(skillNames(plugins), (Names{"S7", "Bench"}));
+    EXPECT_EQ(plugins.failures().size(), 0U);
+}
+
+TEST(PluginHost, takesAFolderThatDoesNotExistForAnEmptyOne) {
+    const Folder folder;
+    PluginHost plugins;
+    plugins.loadFolder(folder.path() / "none");
+    EXPECT_TRUE(plugins.skills().empty());
+    EXPECT_TRUE(plugins.failures().empty());
+}
+
+struct BrokenPlugin {
+    std::string name;
+    std::string reason;
+
+    friend std::ostream& operator<<(std::ostream& stream, const BrokenPlugin& plugin) {
+        return stream << plugin.name;
+    }
+};
+
+class BrokenPluginTest : public testing::TestWithParam<BrokenPlugin> {};
+
+// A plug-in that cannot be loaded says why, leaves nothing behind and stops no other.
+TEST_P(BrokenPluginTest, isReportedAndLeavesTheOthersAlone) {
+    const auto file = testPlugin(GetParam().name);
+    PluginHost plugins;
+    plugins.load(testPlugin("Bench"));
+    plugins.load(file);
+    plugins.load(CORVANE_OWN_PLUGIN);
+
+    EXPECT_EQ(skillNames(plugins), (Names{"Bench", "S7"}));
+    ASSERT_EQ(plugins.failures().size(), 1U);
+    EXPECT_EQ(plugins.failures().front().file, file);
+    EXPECT_EQ(plugins.failures().front().reason, GetParam().reason);
+    EXPECT_FALSE(isInMemory(file));
+    EXPECT_EQ(registeredSkills(), 2U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    PluginHost, BrokenPluginTest,
+    testing::Values(
+        BrokenPlugin{"MissingSymbol", "undefined symbol: corvaneSymbolThatNobodyHas"},
+        BrokenPlugin{"NoSkill", "it brings no skill"},
+        BrokenPlugin{"DuplicateName",
+                     "the skill name \"Bench\" is taken by " + testPlugin("Bench").string()},
+        BrokenPlugin{"DuplicateUuid", "the UUID of the skill \"Impostor\" is taken by " +
+                                          testPlugin("Bench").string()},
+        BrokenPlugin{"DuplicateClass", "the element class \"Thing\" is registered twice"},
+        BrokenPlugin{"ThrowingException", "the licence has ended"},
+        BrokenPlugin{"ThrowingNumber", "it threw what is no exception"},
+        BrokenPlugin{"Absent", "No such file or directory"}),
+    [](const auto& broken) { return broken.param.name; });
+
+TEST(PluginHost, reportsAFileThatIsNoModule) {
+    const Folder folder;
+    PluginHost plugins;
+    plugins.load(folder.write("text.so", "this is a text and not even a short one, by any means; "
+                                         "the loader looks at its head and finds no module\n"));
+    ASSERT_EQ(plugins.failures().size(), 1U);
+    EXPECT_EQ(plugins.failures().front().reason, "invalid ELF header");
+    EXPECT_TRUE(plugins.skills().empty());
+}
+
+} // namespace corvane::workbench::core::test
