@@ -1,0 +1,49 @@
+#include "bench/Workshop.hpp"
+
+#include <corvane/utils/core/Uuid.hpp>
+#include <corvane/utils/string/Utf.hpp>
+
+#include <fstream>
+#include <stdexcept>
+
+namespace corvane::bench {
+
+namespace core = workbench::core;
+
+Workshop::Workshop()
+    : folder_(std::filesystem::temp_directory_path() /
+              ("corvane-roads-" + utils::core::Uuid::createVersion4().toString())) {
+    plugins_.load(CORVANE_PLUGIN);
+    if (plugins_.skills().empty())
+        throw std::runtime_error("the plug-in was not loaded: " +
+                                 plugins_.failures().front().reason);
+    std::filesystem::create_directory(folder_);
+}
+
+Workshop::~Workshop() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+}
+
+std::filesystem::path Workshop::write(const std::string& name, std::string_view content) const {
+    std::ofstream(path(name), std::ios::binary)
+        .write(content.data(), static_cast<std::streamsize>(content.size()));
+    return path(name);
+}
+
+Workshop::Target Workshop::newTarget() const {
+    Target target{core::Project(plugins_), nullptr};
+    target.element = core::addImportTarget(target.project, ".db");
+    return target;
+}
+
+std::string Workshop::documentOf(workbench::model::Element& element,
+                                 const std::filesystem::path& file) {
+    const core::OpenForm form(element);
+    auto document = form.importButton(".db")->press(file);
+    if (!document)
+        throw std::runtime_error(utils::string::detail::utf16ToUtf8(document.error()));
+    return std::move(document->text);
+}
+
+} // namespace corvane::bench

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "workbench/core/OpenForm.hpp"
+#include "workbench/core/Project.hpp"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace corvane::bench {
+
+/// What the roads work with: the host with the real plug-in, and a folder for their files that goes
+/// with it.
+class Workshop {
+public:
+    Workshop();
+    Workshop(const Workshop&) = delete;
+    Workshop& operator=(const Workshop&) = delete;
+    ~Workshop();
+
+    [[nodiscard]] const workbench::core::PluginHost& plugins() const { return plugins_; }
+
+    /// Writes a file of that name and returns its path.
+    std::filesystem::path write(const std::string& name, std::string_view content) const;
+    [[nodiscard]] std::filesystem::path path(const std::string& name) const {
+        return folder_ / name;
+    }
+
+    /// A project with one PLC that can import.
+    struct Target {
+        workbench::core::Project project;
+        workbench::model::Element* element;
+    };
+    [[nodiscard]] Target newTarget() const;
+
+    /// Presses the import button of an element; the document's text.
+    [[nodiscard]] static std::string documentOf(workbench::model::Element& element,
+                                                const std::filesystem::path& file);
+
+private:
+    workbench::core::PluginHost plugins_;
+    std::filesystem::path folder_;
+};
+
+} // namespace corvane::bench
