@@ -21,7 +21,7 @@ namespace corvane::workbench::plugins::s7Driver {
 /// Replaces `target` by the folded word.
 inline void assignFolded(std::string& target, std::string_view word) {
     target.resize(word.size());
-    std::transform(word.begin(), word.end(), target.begin(), foldCase);
+    std::ranges::transform(word, target.begin(), foldCase);
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -50,9 +50,7 @@ constexpr auto kTypePieces = [] {
 /// Behind the length of a text.
 constexpr Piece kAddress = pieceOf({",\"", keys::kAddress.text(), "\":\"", kDataBlockMarker});
 
-char* copy(char* target, std::string_view text) {
-    return std::copy(text.begin(), text.end(), target);
-}
+char* copy(char* target, std::string_view text) { return std::ranges::copy(text, target).out; }
 
 char* number(char* target, std::uint64_t value) {
     constexpr std::ptrdiff_t kLongest = 20;

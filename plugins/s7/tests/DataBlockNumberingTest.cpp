@@ -13,6 +13,7 @@ namespace {
 /// "NAME=NUMBER" of data blocks of these names, in one file.
 std::string numbers(const std::vector<std::string>& names, const ImportContext& context = {}) {
     std::vector<DataBlockRecord> records;
+    records.reserve(names.size());
     for (const std::string& name : names)
         records.push_back({name, context.dbNumber(name), nullptr});
     numberDataBlocks(records, context);

@@ -40,7 +40,8 @@ struct Case {
 };
 
 Case file(Message message, std::string expected, std::string source) {
-    return {message, std::move(expected), [source] { return importError(source); }};
+    return {message, std::move(expected),
+            [source = std::move(source)] { return importError(source); }};
 }
 
 Case members(Message message, std::string expected, std::string_view declarations) {
@@ -55,7 +56,7 @@ Case limited(Message message, std::string expected, std::string_view declaration
 
 /// For messages that no file can raise: the parts of the importer exclude them from each other.
 Case direct(Message message, std::string expected, std::function<void()> action) {
-    return {message, std::move(expected), [action] { return errorOf(action); }};
+    return {message, std::move(expected), [action = std::move(action)] { return errorOf(action); }};
 }
 
 void fillAccumulatorTwice() {

@@ -46,7 +46,7 @@ inline ui::ImportedDocument import(std::string_view source, const ImportContext&
 
 /// The message with which `action` fails; "no error" where it does not.
 template <class Action>
-std::string errorOf(Action action) {
+std::string errorOf(const Action& action) {
     try {
         action();
     } catch (const std::exception& error) {
