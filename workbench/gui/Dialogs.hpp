@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+namespace corvane::workbench::gui {
+
+/// The questions that the window asks its user and waits for. An empty answer means that the user
+/// has thought better of it.
+class Dialogs {
+public:
+    Dialogs() = default;
+    Dialogs(const Dialogs&) = delete;
+    Dialogs& operator=(const Dialogs&) = delete;
+    virtual ~Dialogs();
+
+    virtual QString chooseProjectToOpen(QWidget* parent) = 0;
+    virtual QString chooseProjectToSave(QWidget* parent, const QString& suggestion) = 0;
+
+    /// `title` is the label of the button that was pressed, `extension` begins with a dot.
+    virtual QString chooseFileToImport(QWidget* parent, const QString& title,
+                                       const QString& extension) = 0;
+
+    enum class Unsaved { save, discard, cancel };
+    /// Asked before anything unsaved would be lost.
+    virtual Unsaved askUnsaved(QWidget* parent, const QString& projectName) = 0;
+
+    struct Question {
+        QString title;
+        QString text;
+        QString accept; // what the button says that agrees
+        QString reject;
+    };
+    /// True when the user agrees.
+    virtual bool confirm(QWidget* parent, const Question& question) = 0;
+
+    /// One of several; empty for none.
+    virtual QString chooseOne(QWidget* parent, const QString& title, const QString& text,
+                              const QStringList& choices) = 0;
+};
+
+} // namespace corvane::workbench::gui

@@ -1,0 +1,79 @@
+#include "workbench/gui/FormRow.hpp"
+
+#include "workbench/gui/Icons.hpp"
+#include "workbench/gui/Text.hpp"
+#include "workbench/gui/Theme.hpp"
+
+#include <corvane/workbench/ui/SpinBox.hpp>
+#include <corvane/workbench/ui/TextField.hpp>
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr int kDefaultWidth = 300;
+constexpr int kErrorPicture = 16;
+
+// What a control asks for; fields that ask for nothing are as wide as each other.
+int preferredWidth(const ui::Control& control) {
+    int width = 0;
+    if (const auto* const text = dynamic_cast<const ui::TextField*>(&control))
+        width = text->settings().preferredWidth;
+    else if (const auto* const number = dynamic_cast<const ui::SpinBoxControl*>(&control))
+        width = number->settings().preferredWidth;
+    return width > 0 ? width : kDefaultWidth;
+}
+
+} // namespace
+
+FormRow::FormRow(ui::Control& control, QWidget* parent)
+    : QWidget(parent),
+      field_(makeField(control, this)),
+      picture_(new QLabel(this)),
+      error_(new QLabel(this)) {
+    auto& widget = field_->widget();
+    if (qobject_cast<QPushButton*>(&widget) == nullptr)
+        widget.setFixedWidth(preferredWidth(control));
+    error_->setTextFormat(Qt::PlainText);
+    error_->setWordWrap(true);
+    error_->setObjectName(widget.objectName() + QStringLiteral(" error"));
+    picture_->setPixmap(icon("error").pixmap(kErrorPicture));
+    picture_->setAlignment(Qt::AlignTop);
+
+    auto* const errorLine = new QHBoxLayout;
+    errorLine->setSpacing(5);
+    errorLine->addWidget(picture_);
+    errorLine->addWidget(error_, 1);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(3);
+    layout->addWidget(&widget, 0, Qt::AlignLeft);
+    layout->addLayout(errorLine);
+    setFocusProxy(&widget);
+    showError({});
+}
+
+void FormRow::refresh() {
+    field_->refresh();
+    const auto* const error = field_->control().error();
+    showError(error != nullptr ? toQt(*error) : QString());
+}
+
+void FormRow::showError(const QString& error) {
+    auto colours = error_->palette();
+    colours.setColor(QPalette::WindowText, errorColour(window()->palette()));
+    error_->setPalette(colours);
+    error_->setText(error);
+    error_->setVisible(!error.isEmpty());
+    picture_->setVisible(!error.isEmpty());
+    // A screen reader says both when the field is entered.
+    const auto description = toQt(field_->control().texts().description);
+    field_->widget().setAccessibleDescription(
+        error.isEmpty() ? description : error + QStringLiteral(". ") + description);
+}
+
+} // namespace corvane::workbench::gui

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "workbench/gui/Dialogs.hpp"
+#include "workbench/gui/NoticeBar.hpp"
+#include "workbench/gui/ProjectSession.hpp"
+
+#include <QString>
+
+namespace corvane::workbench::gui {
+
+/// Imports files into the project: by the button of a form, or by a file that was dropped. Both the
+/// reading of the file and the merging run beside the window.
+class Importer : public QObject {
+    Q_OBJECT
+
+public:
+    /// Files are asked for above `window`. All must outlive the object.
+    Importer(ProjectSession& session, Dialogs& dialogs, NoticeBar& notices, QWidget& window);
+
+    /// Asks for a file with the extension of the button and imports it into the element.
+    void chooseAndImport(model::Element& target, const QString& title, const QString& extension);
+
+    /// Imports a file into `preferred` or what is above it, if that takes such files, else into the
+    /// one element that does, a new one if there is none; asks where there are several.
+    void importFile(const QString& file, model::Element* preferred);
+
+signals:
+    /// An import has succeeded; these are the elements at the top of what came in.
+    void imported(const std::vector<model::Element*>& elements);
+
+private:
+    void importInto(model::Element& target, const QString& file, bool targetIsNew);
+    void merge(model::Element& target, const QString& file, std::string document, std::size_t bytes,
+               bool targetIsNew);
+    void fail(const QString& reason, bool targetIsNew);
+    [[nodiscard]] model::Element* chooseTarget(const std::string& extension);
+    [[nodiscard]] model::Element* newTarget(const std::string& extension);
+
+    ProjectSession* session_;
+    Dialogs* dialogs_;
+    NoticeBar* notices_;
+    QWidget* window_;
+};
+
+/// The extension of a file's name in lower case, with its dot; empty if there is none.
+[[nodiscard]] std::string extensionOf(const QString& file);
+
+} // namespace corvane::workbench::gui

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "workbench/core/PluginHost.hpp"
+
+#include <filesystem>
+#include <span>
+
+namespace corvane::workbench::gui {
+
+/// Loads the plug-ins beside the program, then those of the folders in CORVANE_PLUGIN_PATH, then
+/// the given files. What cannot be loaded is in the host's failures.
+void loadPlugins(core::PluginHost& plugins, std::span<const std::filesystem::path> files);
+
+} // namespace corvane::workbench::gui

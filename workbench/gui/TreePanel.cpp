@@ -1,0 +1,256 @@
+#include "workbench/gui/TreePanel.hpp"
+
+#include "workbench/gui/Text.hpp"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::string_view kContext = "corvane::workbench::gui::TreePanel";
+
+bool standsBelow(const model::Element& element, const std::vector<model::Element*>& others) {
+    for (const auto* above = element.parentElement(); above != nullptr;
+         above = above->parentElement())
+        if (std::ranges::find(others, above) != others.end())
+            return true;
+    return false;
+}
+
+} // namespace
+
+TreePanel::TreePanel(ProjectSession& session, ClassIcons& icons, const Actions& actions,
+                     QWidget* parent)
+    : QWidget(parent),
+      session_(&session),
+      icons_(&icons),
+      actions_(&actions),
+      model_(new TreeModel(session, icons, this)),
+      filter_(new TreeFilter(session, *model_, this)),
+      view_(new QTreeView(this)),
+      filterLine_(new QLineEdit(this)),
+      filterResult_(new QLabel(this)),
+      addMenu_(new QMenu(translated(kContext, "&Add"), this)) {
+    connect(session_, &ProjectSession::resetComes, this, &TreePanel::keepState);
+    buildLayout();
+    connectFilter();
+    connect(session_, &ProjectSession::resetEnds, this, &TreePanel::restoreState);
+    connect(session_, &ProjectSession::projectDropped, this, [this] {
+        expanded_.clear();
+        kept_ = nullptr;
+        isNewProject_ = true;
+        const QSignalBlocker quiet(filterLine_);
+        filterLine_->clear();
+        filter_->setText({});
+    });
+    connect(session_, &ProjectSession::valuesUpdated, view_->viewport(),
+            qOverload<>(&QWidget::update));
+    connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        updateActions();
+        emit currentChanged(current());
+    });
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &TreePanel::updateActions);
+    connect(addMenu_, &QMenu::aboutToShow, this, &TreePanel::fillAddMenu);
+    updateActions();
+}
+
+void TreePanel::buildLayout() {
+    view_->setObjectName(QStringLiteral("projectTree"));
+    view_->setAccessibleName(translated(kContext, "Project tree"));
+    view_->setModel(model_);
+    view_->setHeaderHidden(true);
+    view_->setUniformRowHeights(true);
+    view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view_->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::SelectedClicked);
+    view_->setDragDropMode(QAbstractItemView::InternalMove);
+    view_->setIconSize({18, 18});
+    view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    view_->addAction(addMenu_->menuAction());
+    view_->addAction(&(*actions_)[Command::rename]);
+    view_->addAction(&(*actions_)[Command::remove]);
+
+    filterLine_->setObjectName(QStringLiteral("treeFilter"));
+    filterLine_->setPlaceholderText(translated(kContext, "Filter by name"));
+    filterLine_->setAccessibleName(translated(kContext, "Filter the tree by name"));
+    filterLine_->setClearButtonEnabled(true);
+    filterLine_->addAction(icon("filter"), QLineEdit::LeadingPosition);
+    filterResult_->setForegroundRole(QPalette::PlaceholderText);
+    filterResult_->setWordWrap(true);
+    filterResult_->hide();
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 8, 0, 8);
+    layout->addWidget(filterLine_);
+    layout->addWidget(filterResult_);
+    layout->addWidget(view_, 1);
+}
+
+void TreePanel::connectFilter() {
+    connect(filterLine_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (!model_->isFiltered())
+            keepState();
+        filter_->setText(text);
+    });
+    connect(filterLine_, &QLineEdit::returnPressed, this, &TreePanel::focusTree);
+    connect(filter_, &TreeFilter::found, this, [this](std::size_t count) {
+        filterResult_->setText(
+            count > TreeFilter::kMaxShown
+                ? translated(kContext, "{} matches, the first {} are shown",
+                             {formatted(count), formatted(TreeFilter::kMaxShown)})
+                : translated(kContext, "{} matches", {formatted(count)}));
+        filterResult_->show();
+        view_->expandAll();
+    });
+    connect(filter_, &TreeFilter::cleared, this, [this] {
+        filterResult_->hide();
+        if (session_->isBusy())
+            return;
+        restoreExpanded();
+        if (kept_ != nullptr)
+            select(*kept_);
+    });
+    connect(this, &TreePanel::currentChanged, this, [this](model::Element* element) {
+        if (element != nullptr)
+            kept_ = element;
+    });
+}
+
+model::Element* TreePanel::current() const {
+    const auto index = view_->currentIndex();
+    return index.isValid() ? &model_->elementAt(index) : nullptr;
+}
+
+std::vector<model::Element*> TreePanel::selected() const {
+    std::vector<model::Element*> all;
+    for (const auto& index : view_->selectionModel()->selectedRows())
+        all.push_back(&model_->elementAt(index));
+    std::vector<model::Element*> topmost;
+    std::ranges::copy_if(all, std::back_inserter(topmost),
+                         [&](auto* element) { return !standsBelow(*element, all); });
+    return topmost;
+}
+
+void TreePanel::select(model::Element& element) { select(std::vector{&element}); }
+
+void TreePanel::select(const std::vector<model::Element*>& elements) {
+    QItemSelection selection;
+    QModelIndex first;
+    for (auto* const element : elements) {
+        auto index = model_->indexOf(*element);
+        if (!index.isValid() && model_->isFiltered()) {
+            filterLine_->clear();
+            index = model_->indexOf(*element);
+        }
+        if (!index.isValid())
+            continue;
+        if (!first.isValid())
+            first = index;
+        selection.select(index, index);
+    }
+    if (!first.isValid())
+        return;
+    view_->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    view_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    view_->scrollTo(first);
+}
+
+void TreePanel::renameCurrent() {
+    if (view_->currentIndex().isValid())
+        view_->edit(view_->currentIndex());
+}
+
+void TreePanel::removeSelected() {
+    if (auto elements = selected(); !elements.empty())
+        session_->remove(std::move(elements));
+}
+
+void TreePanel::focusFilter() {
+    filterLine_->setFocus(Qt::ShortcutFocusReason);
+    filterLine_->selectAll();
+}
+
+void TreePanel::focusTree() { view_->setFocus(Qt::ShortcutFocusReason); }
+
+// Below the current element what it accepts, and at the top what may stand there.
+void TreePanel::fillAddMenu() {
+    addMenu_->clear();
+    if (auto* const element = current())
+        offer(*element, false);
+    if (!addMenu_->isEmpty())
+        addMenu_->addSeparator();
+    offer(session_->root(), true);
+}
+
+void TreePanel::offer(model::Element& parent, bool isTop) {
+    for (const auto& skill : session_->plugins().skills())
+        for (const auto& entry : skill.classes) {
+            const auto& elementClass = *entry.elementClass;
+            if (isTop ? !entry.topLevel : !parent.elementClass().acceptsChild(elementClass))
+                continue;
+            auto* const action =
+                addMenu_->addAction(icons_->of(elementClass), toQt(elementClass.displayName()));
+            action->setToolTip(toQt(elementClass.description()));
+            connect(action, &QAction::triggered, this,
+                    [this, &parent, &entry] { addBelow(parent, entry); });
+        }
+}
+
+void TreePanel::addBelow(model::Element& parent, const core::LoadedClass& elementClass) {
+    if (auto* const element = session_->add(parent, elementClass))
+        select(*element);
+}
+
+void TreePanel::updateActions() {
+    const bool any = view_->selectionModel()->hasSelection();
+    (*actions_)[Command::rename].setEnabled(any);
+    (*actions_)[Command::remove].setEnabled(any);
+}
+
+void TreePanel::keepState() {
+    kept_ = current();
+    if (model_->isFiltered())
+        return;
+    expanded_.clear();
+    keepExpanded({});
+}
+
+void TreePanel::keepExpanded(const QModelIndex& parent) {
+    const int count = model_->rowCount(parent);
+    for (int row = 0; row != count; ++row) {
+        const auto index = model_->index(row, 0, parent);
+        if (!view_->isExpanded(index))
+            continue;
+        expanded_.push_back(&model_->elementAt(index));
+        keepExpanded(index);
+    }
+}
+
+void TreePanel::restoreExpanded() {
+    for (auto* const element : expanded_)
+        if (const auto index = model_->indexOf(*element); index.isValid())
+            view_->expand(index);
+}
+
+// Elements that were taken out live on in the history, so they can still be asked for their place.
+void TreePanel::restoreState() {
+    const auto top = session_->root().childElements();
+    if (std::exchange(isNewProject_, false) && top.size() == 1) {
+        kept_ = top.front().get();
+        expanded_ = {kept_};
+    }
+    restoreExpanded();
+    if (kept_ != nullptr && kept_->model() == &session_->project().model())
+        select(*kept_);
+    updateActions();
+    emit currentChanged(current());
+}
+
+} // namespace corvane::workbench::gui

@@ -1,0 +1,104 @@
+#include "workbench/gui/table/BulkEditBar.hpp"
+
+#include "workbench/gui/Text.hpp"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::string_view kContext = "corvane::workbench::gui::BulkEditBar";
+
+} // namespace
+
+BulkEditBar::BulkEditBar(ProjectSession& session, QWidget* parent)
+    : QWidget(parent),
+      session_(&session),
+      count_(new QLabel(this)),
+      which_(new QComboBox(this)),
+      place_(new QHBoxLayout) {
+    setObjectName(QStringLiteral("bulkEditBar"));
+    setAccessibleName(translated(kContext, "Change the selected rows"));
+    which_->setObjectName(QStringLiteral("bulkField"));
+    which_->setAccessibleName(translated(kContext, "Field to change"));
+    auto* const to = new QLabel(translated(kContext, "to"), this);
+    auto* const applyButton = new QPushButton(translated(kContext, "Apply"), this);
+    applyButton->setObjectName(QStringLiteral("bulkApply"));
+    auto* const closeButton = new QPushButton(translated(kContext, "Close"), this);
+
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(count_);
+    layout->addWidget(which_);
+    layout->addWidget(to);
+    layout->addLayout(place_);
+    layout->addWidget(applyButton);
+    layout->addWidget(closeButton);
+    layout->addStretch(1);
+    connect(which_, &QComboBox::currentIndexChanged, this, &BulkEditBar::showField);
+    connect(applyButton, &QPushButton::clicked, this, &BulkEditBar::apply);
+    connect(closeButton, &QPushButton::clicked, this, &BulkEditBar::closed);
+    connect(session_, &ProjectSession::resetBegins, this, &BulkEditBar::drop);
+    connect(session_, &ProjectSession::removalBegins, this, &BulkEditBar::drop);
+}
+
+void BulkEditBar::setElements(std::vector<model::Element*> elements) {
+    if (elements.empty()) {
+        drop();
+        return;
+    }
+    const auto chosen = which_->currentText();
+    showField(-1);
+    elements_ = std::move(elements);
+    form_ = std::make_unique<core::OpenForm>(*elements_.front());
+    count_->setText(translated(kContext, "Change, in {} rows,", {formatted(elements_.size())}));
+    offerFields();
+    if (const int index = which_->findText(chosen); index >= 0)
+        which_->setCurrentIndex(index);
+    showField(which_->currentIndex());
+}
+
+void BulkEditBar::offerFields() {
+    const QSignalBlocker quiet(which_);
+    which_->clear();
+    const auto controls = cellControls(*form_);
+    for (std::size_t i = 0; i != controls.size(); ++i)
+        if (readCell(*controls[i]).editable)
+            which_->addItem(toQt(controls[i]->texts().label), static_cast<qulonglong>(i));
+}
+
+void BulkEditBar::showField(int index) {
+    if (field_ != nullptr) {
+        delete &field_->widget(); // takes the field along
+        field_ = nullptr;
+    }
+    if (index < 0 || !form_)
+        return;
+    const auto position = static_cast<std::size_t>(which_->itemData(index).toULongLong());
+    field_ = makeField(*cellControls(*form_)[position], this);
+    field_->widget().setMinimumWidth(180);
+    place_->addWidget(&field_->widget());
+}
+
+void BulkEditBar::begin() { which_->setFocus(Qt::ShortcutFocusReason); }
+
+void BulkEditBar::apply() {
+    if (field_ == nullptr || session_->isBusy())
+        return;
+    if (const auto value = field_->entered())
+        session_->setFieldOfAll(elements_, {field_->control().texts().label, *value});
+}
+
+void BulkEditBar::drop() {
+    showField(-1);
+    form_.reset();
+    elements_.clear();
+    hide();
+}
+
+} // namespace corvane::workbench::gui

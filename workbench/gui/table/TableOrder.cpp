@@ -1,0 +1,126 @@
+#include "workbench/gui/table/TableOrder.hpp"
+
+#include "workbench/gui/Text.hpp"
+#include "workbench/gui/table/Cell.hpp"
+
+#include <algorithm>
+#include <memory>
+#include <tuple>
+#include <utility>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::uint32_t kStepRows = 8;
+
+} // namespace
+
+QString fixedCell(const model::Element& element, FixedColumn column) {
+    if (column == FixedColumn::name)
+        return toQt(element.name());
+    const auto* const above = element.parentElement();
+    return above == nullptr ? QStringLiteral("/") : toQt(std::string_view(above->path()));
+}
+
+TableOrder::TableOrder(ProjectSession& session, QObject* parent)
+    : QObject(parent), session_(&session), slicer_(session.runner(), this) {
+    sorting_.setMaxThreadCount(1);
+}
+
+void TableOrder::start(const std::vector<model::Element*>& rows, Wish wish) {
+    stop();
+    rows_ = &rows;
+    wish_ = std::move(wish);
+    match_ = TextMatch(wish_.filter);
+    entries_.clear();
+    running_ = true;
+    slicer_.start([this, row = std::uint32_t{0}]() mutable { return read(row); });
+}
+
+void TableOrder::stop() {
+    ++generation_;
+    slicer_.stop();
+    running_ = false;
+}
+
+bool TableOrder::read(std::uint32_t& row) {
+    const auto count = static_cast<std::uint32_t>(rows_->size());
+    const auto end = std::min(count, row + kStepRows);
+    const auto percentBefore = row * std::uint64_t{100} / std::max(count, 1u);
+    for (; row != end; ++row)
+        readRow(row);
+    const auto percent = row * std::uint64_t{100} / std::max(count, 1u);
+    if (percent != percentBefore)
+        emit progressed(static_cast<int>(percent));
+    if (row != count)
+        return false;
+    sortRead();
+    return true;
+}
+
+// A form is built only for what name and place do not say.
+void TableOrder::readRow(std::uint32_t row) {
+    auto& element = *(*rows_)[row];
+    std::unique_ptr<core::OpenForm> form;
+    std::vector<ui::Control*> controls;
+    const auto needForm = [&] {
+        if (form)
+            return;
+        form = std::make_unique<core::OpenForm>(element);
+        controls = cellControls(*form);
+    };
+    if (!match_.isIn(element.name()) && !match_.isIn(fixedCell(element, FixedColumn::location))) {
+        needForm();
+        if (std::ranges::none_of(
+                controls, [&](auto* control) { return match_.isIn(readCell(*control).text); }))
+            return;
+    }
+    QString text;
+    if (wish_.sortColumn >= kFixedColumns) {
+        needForm();
+        const auto index = static_cast<std::size_t>(wish_.sortColumn - kFixedColumns);
+        if (index < controls.size())
+            text = readCell(*controls[index]).text;
+    } else if (wish_.sortColumn >= 0) {
+        text = fixedCell(element, static_cast<FixedColumn>(wish_.sortColumn));
+    }
+    entries_.push_back({row, std::move(text)});
+}
+
+void TableOrder::sortRead() {
+    auto entries = std::exchange(entries_, {});
+    if (wish_.sortColumn < 0) {
+        finish(entries);
+        return;
+    }
+    sorting_.start([this, generation = generation_, direction = wish_.direction,
+                    entries = std::move(entries)]() mutable {
+        // Rows with the same text keep their order.
+        std::ranges::sort(entries, [direction](const Entry& a, const Entry& b) {
+            const auto& [first, second] =
+                direction == Qt::AscendingOrder ? std::tie(a, b) : std::tie(b, a);
+            if (comesBefore(first.text, second.text))
+                return true;
+            return a.row < b.row && !comesBefore(second.text, first.text);
+        });
+        QMetaObject::invokeMethod(
+            this,
+            [this, generation, sorted = std::move(entries)] {
+                if (generation == generation_)
+                    finish(sorted);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void TableOrder::finish(const std::vector<Entry>& entries) {
+    running_ = false;
+    std::vector<std::uint32_t> order;
+    order.reserve(entries.size());
+    for (const auto& entry : entries)
+        order.push_back(entry.row);
+    emit ordered(order);
+}
+
+} // namespace corvane::workbench::gui

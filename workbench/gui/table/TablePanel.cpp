@@ -1,0 +1,232 @@
+#include "workbench/gui/table/TablePanel.hpp"
+
+#include "workbench/gui/Text.hpp"
+#include "workbench/gui/table/TableDelegate.hpp"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::string_view kContext = "corvane::workbench::gui::TablePanel";
+constexpr int kTypingPause = 150; // milliseconds
+constexpr int kColumnRoom = 12;
+constexpr int kWidestColumn = 280;
+
+} // namespace
+
+TablePanel::TablePanel(ProjectSession& session, ClassIcons& icons, const Actions& actions,
+                       QWidget* parent)
+    : QWidget(parent),
+      session_(&session),
+      icons_(&icons),
+      actions_(&actions),
+      model_(new TableModel(session, icons, this)),
+      view_(new QTableView(this)),
+      classes_(new QComboBox(this)),
+      filter_(new QLineEdit(this)),
+      count_(new QLabel(this)),
+      bulkEdit_(new BulkEditBar(session, this)) {
+    filterLater_.setSingleShot(true);
+    filterLater_.setInterval(kTypingPause);
+    selectionLater_.setSingleShot(true);
+    selectionLater_.setInterval(0);
+    buildLayout();
+    connectParts();
+}
+
+void TablePanel::buildLayout() {
+    view_->setObjectName(QStringLiteral("elementTable"));
+    view_->setAccessibleName(translated(kContext, "Elements"));
+    view_->setModel(model_);
+    view_->setItemDelegate(new TableDelegate(*model_, view_));
+    view_->setAlternatingRowColors(true);
+    view_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                           QAbstractItemView::AnyKeyPressed);
+    view_->setSortingEnabled(true);
+    view_->setTabKeyNavigation(false);
+    view_->setWordWrap(false);
+    view_->setShowGrid(false);
+    view_->verticalHeader()->hide();
+    view_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    view_->verticalHeader()->setDefaultSectionSize(view_->fontMetrics().height() + 10);
+    view_->horizontalHeader()->setSortIndicatorClearable(true);
+    view_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    view_->horizontalHeader()->setHighlightSections(false);
+    view_->horizontalHeader()->setDefaultSectionSize(130);
+    view_->horizontalHeader()->setResizeContentsPrecision(0); // what is seen counts
+    view_->horizontalHeader()->setStretchLastSection(true);
+    view_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+
+    classes_->setObjectName(QStringLiteral("tableClass"));
+    classes_->setAccessibleName(translated(kContext, "Kind of elements"));
+    classes_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    filter_->setObjectName(QStringLiteral("tableFilter"));
+    filter_->setPlaceholderText(translated(kContext, "Filter by any cell"));
+    filter_->setAccessibleName(translated(kContext, "Filter the table by any cell"));
+    filter_->setClearButtonEnabled(true);
+    filter_->addAction(icon("filter"), QLineEdit::LeadingPosition);
+    count_->setForegroundRole(QPalette::PlaceholderText);
+    auto* const change = new QToolButton(this);
+    change->setDefaultAction(&(*actions_)[Command::changeSelected]);
+    change->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+
+    auto* const bar = new QHBoxLayout;
+    bar->addWidget(classes_);
+    bar->addWidget(filter_, 1);
+    bar->addWidget(count_);
+    bar->addWidget(change);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 8, 8, 8);
+    layout->addLayout(bar);
+    layout->addWidget(bulkEdit_);
+    layout->addWidget(view_, 1);
+    bulkEdit_->hide();
+}
+
+void TablePanel::connectParts() {
+    auto& source = model_->source();
+    connect(&source, &TableSource::collected, this, &TablePanel::offerClasses);
+    connect(classes_, &QComboBox::activated, this, [this] {
+        takeClass();
+        wantedClass_ = model_->elementClass();
+    });
+    connect(filter_, &QLineEdit::textChanged, &filterLater_, qOverload<>(&QTimer::start));
+    connect(&filterLater_, &QTimer::timeout, this, [this] { model_->setFilter(filter_->text()); });
+    connect(model_, &TableModel::settled, this, &TablePanel::showCount);
+    connect(model_, &TableModel::progressed, this, [this](int percent) {
+        count_->setText(translated(kContext, "looking through, {} %", {QString::number(percent)}));
+    });
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, &selectionLater_,
+            qOverload<>(&QTimer::start));
+    connect(model_, &QAbstractItemModel::modelReset, &selectionLater_, qOverload<>(&QTimer::start));
+    connect(&selectionLater_, &QTimer::timeout, this, &TablePanel::updateBulkEdit);
+    connect(bulkEdit_, &BulkEditBar::closed, this, [this] {
+        bulkEditWanted_ = false;
+        bulkEdit_->hide();
+        focusTable();
+    });
+    connect(view_, &QTableView::activated, this, [this](const QModelIndex& index) {
+        if (!model_->flags(index).testFlag(Qt::ItemIsEditable))
+            emit elementActivated(&model_->elementAt(index.row()));
+    });
+    (*actions_)[Command::changeSelected].setEnabled(false);
+}
+
+void TablePanel::setScope(model::Element* element) {
+    auto* scope = element;
+    if (scope != nullptr && scope->childElements().empty())
+        scope = scope->parentElement();
+    model_->source().setScope(scope != nullptr ? scope : &session_->root());
+}
+
+void TablePanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    model_->source().setActive(true);
+}
+
+void TablePanel::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    model_->source().setActive(false);
+}
+
+// The user's last choice where there are such elements, else the most numerous kind.
+void TablePanel::offerClasses() {
+    const auto& groups = model_->source().groups();
+    const QSignalBlocker quiet(classes_);
+    classes_->clear();
+    int chosen = -1;
+    std::size_t most = 0;
+    bool wantedFound = false;
+    for (const auto& group : groups) {
+        const int index = classes_->count();
+        classes_->addItem(icons_->of(*group.elementClass),
+                          translated(kContext, "{} ({})",
+                                     {toQt(group.elementClass->displayName()),
+                                      formatted(group.elements.size())}));
+        if (group.elementClass == wantedClass_)
+            wantedFound = true;
+        if (wantedFound ? group.elementClass == wantedClass_ : group.elements.size() > most) {
+            chosen = index;
+            most = group.elements.size();
+        }
+    }
+    classes_->setCurrentIndex(chosen);
+    classes_->setEnabled(chosen >= 0);
+    takeClass();
+}
+
+void TablePanel::takeClass() {
+    const auto& groups = model_->source().groups();
+    const int index = classes_->currentIndex();
+    const auto* const chosen =
+        index < 0 ? nullptr : groups[static_cast<std::size_t>(index)].elementClass;
+    const bool isOther = chosen != model_->elementClass();
+    if (isOther)
+        view_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    model_->setClass(chosen);
+    if (isOther)
+        fitColumns();
+    showCount();
+}
+
+// Later widths are the user's.
+void TablePanel::fitColumns() {
+    view_->resizeColumnsToContents();
+    for (int column = 0; column != model_->columnCount(); ++column)
+        view_->setColumnWidth(column,
+                              std::min(view_->columnWidth(column) + kColumnRoom, kWidestColumn));
+}
+
+void TablePanel::showCount() {
+    const auto shown = static_cast<std::size_t>(model_->rowCount());
+    const auto all = model_->unfilteredCount();
+    count_->setText(
+        shown == all ? translated(kContext, "{} rows", {formatted(all)})
+                     : translated(kContext, "{} of {} rows", {formatted(shown), formatted(all)}));
+}
+
+std::vector<model::Element*> TablePanel::selected() const {
+    std::vector<model::Element*> elements;
+    for (const auto& range : view_->selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            elements.push_back(&model_->elementAt(row));
+    return elements;
+}
+
+void TablePanel::updateBulkEdit() {
+    if (session_->isBusy())
+        return;
+    const bool any = view_->selectionModel()->hasSelection() && !model_->labels().empty();
+    (*actions_)[Command::changeSelected].setEnabled(any);
+    bulkEdit_->setVisible(bulkEditWanted_ && any);
+    if (bulkEditWanted_ && any)
+        bulkEdit_->setElements(selected());
+}
+
+void TablePanel::changeSelected() {
+    bulkEditWanted_ = true;
+    updateBulkEdit();
+    if (bulkEdit_->isVisible())
+        bulkEdit_->begin();
+}
+
+void TablePanel::focusTable() { view_->setFocus(Qt::ShortcutFocusReason); }
+
+void TablePanel::focusFilter() {
+    filter_->setFocus(Qt::ShortcutFocusReason);
+    filter_->selectAll();
+}
+
+} // namespace corvane::workbench::gui

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "workbench/gui/Actions.hpp"
+#include "workbench/gui/table/BulkEditBar.hpp"
+#include "workbench/gui/table/TableModel.hpp"
+
+#include <QTableView>
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace corvane::workbench::gui {
+
+/// The table of the elements below the selected one, class by class.
+class TablePanel : public QWidget {
+    Q_OBJECT
+
+public:
+    TablePanel(ProjectSession& session, ClassIcons& icons, const Actions& actions, QWidget* parent);
+
+    /// Shows what is below an element, or beside it where nothing is below; null for everything.
+    void setScope(model::Element* element);
+
+    void focusTable();
+    void focusFilter();
+    /// Offers to change all selected rows at once.
+    void changeSelected();
+
+signals:
+    /// The user wants to see this element in the tree.
+    void elementActivated(model::Element* element);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void buildLayout();
+    void connectParts();
+    void offerClasses();
+    void takeClass();
+    void fitColumns();
+    void showCount();
+    void updateBulkEdit();
+    [[nodiscard]] std::vector<model::Element*> selected() const;
+
+    ProjectSession* session_;
+    ClassIcons* icons_;
+    const Actions* actions_;
+    TableModel* model_;
+    QTableView* view_;
+    QComboBox* classes_;
+    QLineEdit* filter_;
+    QLabel* count_;
+    BulkEditBar* bulkEdit_;
+    QTimer filterLater_;
+    QTimer selectionLater_;                              // a selection of many ranges tells of each
+    const skill::Element::Class* wantedClass_ = nullptr; // the user's last choice
+    bool bulkEditWanted_ = false;
+};
+
+} // namespace corvane::workbench::gui

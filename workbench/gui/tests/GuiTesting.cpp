@@ -1,0 +1,171 @@
+#include "GuiTesting.hpp"
+
+#include "workbench/gui/Text.hpp"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr int kQuiet = 60;        // milliseconds without anything under way
+constexpr int kPatience = 20'000; // milliseconds
+
+} // namespace
+
+GuiTest::GuiTest() {
+    QSettings().clear();
+    plugins_.load(CORVANE_OWN_PLUGIN);
+    reopenWindow();
+}
+
+GuiTest::~GuiTest() { window_.reset(); }
+
+void GuiTest::reopenWindow() {
+    window_.reset();
+    window_ = std::make_unique<MainWindow>(plugins_, dialogs_, path("recovery"));
+    window_->show();
+    window_->activateWindow();
+    static_cast<void>(QTest::qWaitForWindowActive(window_.get()));
+    settle();
+}
+
+void GuiTest::settle() {
+    QElapsedTimer patience;
+    QElapsedTimer quiet;
+    patience.start();
+    quiet.start();
+    while (quiet.elapsed() < kQuiet && patience.elapsed() < kPatience) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        if (session().isBusy())
+            quiet.restart();
+    }
+}
+
+bool GuiTest::settleUntil(const std::function<bool()>& condition) {
+    QElapsedTimer patience;
+    patience.start();
+    while (!condition() && patience.elapsed() < kPatience)
+        settle();
+    return condition();
+}
+
+QString GuiTest::writeFile(const char* file, const QByteArray& content) const {
+    QFile written(path(file));
+    EXPECT_TRUE(written.open(QIODevice::WriteOnly));
+    written.write(content);
+    return written.fileName();
+}
+
+QByteArray GuiTest::readFile(const QString& file) {
+    QFile read(file);
+    EXPECT_TRUE(read.open(QIODevice::ReadOnly)) << file.toStdString();
+    return read.readAll();
+}
+
+QString GuiTest::example(const char* file) {
+    return QStringLiteral(CORVANE_EXAMPLES "/") + QString::fromLatin1(file);
+}
+
+QAction& GuiTest::action(Command command) {
+    return child<QAction>(kCommands[static_cast<std::size_t>(command)].name);
+}
+
+void GuiTest::trigger(Command command) {
+    EXPECT_TRUE(action(command).isEnabled()) << kCommands[static_cast<std::size_t>(command)].name;
+    action(command).trigger();
+    settle();
+}
+
+void GuiTest::addFromMenu(const char* button, const QString& text) {
+    QTimer::singleShot(50, window_.get(), [text] {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (auto* const one : menu->actions())
+            if (one->text() == text)
+                menu->setActiveAction(one);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    QTest::mouseClick(&child<QWidget>(button), Qt::LeftButton);
+    settle();
+}
+
+QStringList GuiTest::offeredByAddMenu() {
+    QStringList texts;
+    QTimer::singleShot(50, window_.get(), [&texts] {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (auto* const one : menu->actions())
+            if (!one->isSeparator())
+                texts += one->text();
+        QTest::keyClick(menu, Qt::Key_Escape);
+    });
+    QTest::mouseClick(&child<QWidget>("addButton"), Qt::LeftButton);
+    settle();
+    return texts;
+}
+
+model::Element* GuiTest::element(const char* elementPath) {
+    return session().project().model().findElement(elementPath);
+}
+
+void GuiTest::select(const char* elementPath) {
+    auto* const wanted = element(elementPath);
+    ASSERT_NE(wanted, nullptr) << elementPath;
+    child<TreePanel>().select(*wanted);
+    settle();
+}
+
+QString GuiTest::errorAt(const char* label) {
+    const auto* const error = field<QLabel>((std::string(label) + " error").c_str());
+    return error == nullptr || error->isHidden() ? QString() : error->text();
+}
+
+void GuiTest::type(const char* label, const char* text) {
+    auto* const line = field<QLineEdit>(label);
+    ASSERT_NE(line, nullptr) << label;
+    QTest::mouseClick(line, Qt::LeftButton);
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, QString::fromUtf8(text));
+    settle();
+}
+
+QString GuiTest::shown(const char* label) {
+    const auto* const line = field<QLineEdit>(label);
+    return line == nullptr ? QStringLiteral("(no such field)") : line->text();
+}
+
+QStringList GuiTest::column(const QAbstractItemView& view, int column) {
+    QStringList texts;
+    for (int row = 0; row != view.model()->rowCount(); ++row)
+        texts += view.model()->index(row, column).data().toString();
+    return texts;
+}
+
+void GuiTest::click(QAbstractItemView& view, const QModelIndex& index) {
+    view.scrollTo(index);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      view.visualRect(index).center());
+}
+
+void GuiTest::importExample() {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(example("bottling-line.db"))});
+    const QPointF middle = window_->rect().center();
+    QDragEnterEvent enter(middle.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window_.get(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window_.get(), &drop);
+    settle();
+    ASSERT_NE(element("/PLC/Line/Enabled"), nullptr) << notice().toStdString();
+}
+
+} // namespace corvane::workbench::gui

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "workbench/gui/MainWindow.hpp"
+
+#include <QAbstractItemView>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+namespace corvane::workbench::gui {
+
+/// Answers the window's questions as a test has decided beforehand, and notes what was asked.
+class ScriptedDialogs final : public Dialogs {
+public:
+    QString chooseProjectToOpen(QWidget*) override { return projectToOpen; }
+    QString chooseProjectToSave(QWidget*, const QString&) override { return projectToSave; }
+    QString chooseFileToImport(QWidget*, const QString& title, const QString& extension) override {
+        askedTitle = title;
+        askedExtension = extension;
+        return fileToImport;
+    }
+    Unsaved askUnsaved(QWidget*, const QString&) override {
+        ++unsavedAsked;
+        return unsaved;
+    }
+    bool confirm(QWidget*, const Question& question) override {
+        confirmed += question.text;
+        return agree;
+    }
+    QString chooseOne(QWidget*, const QString&, const QString&,
+                      const QStringList& choices) override {
+        offered = choices;
+        return choice;
+    }
+
+    QString projectToOpen;
+    QString projectToSave;
+    QString fileToImport;
+    QString choice;
+    Unsaved unsaved = Unsaved::cancel;
+    bool agree = false;
+
+    QString askedTitle;
+    QString askedExtension;
+    int unsavedAsked = 0;
+    QStringList confirmed;
+    QStringList offered;
+};
+
+/// A window under test, driven by keys and clicks, with the real plug-in.
+class GuiTest : public testing::Test {
+public:
+    ~GuiTest() override;
+
+protected:
+    GuiTest();
+
+    [[nodiscard]] MainWindow& window() { return *window_; }
+    [[nodiscard]] ProjectSession& session() { return window_->session(); }
+    void reopenWindow();
+
+    /// Lets everything under way come to its end.
+    void settle();
+    /// As `settle`, until the condition holds; false if it does not within some seconds.
+    bool settleUntil(const std::function<bool()>& condition);
+
+    [[nodiscard]] QString path(const char* file) const { return folder_.filePath(file); }
+    QString writeFile(const char* file, const QByteArray& content) const;
+    static QByteArray readFile(const QString& file);
+    static QString example(const char* file);
+
+    QAction& action(Command command);
+    void trigger(Command command);
+    /// Presses the button that opens the menu of new elements and chooses one by its text.
+    void addFromMenu(const char* button, const QString& text);
+    /// The texts that the menu of new elements offers now.
+    QStringList offeredByAddMenu();
+
+    [[nodiscard]] model::Element* element(const char* elementPath);
+    void select(const char* elementPath);
+    /// The widget of the shown form's field with this label; null if there is none.
+    template <class Widget = QWidget>
+    Widget* field(const char* label) {
+        return child<FormPanel>().template findChild<Widget*>(QString::fromUtf8(label));
+    }
+    /// The error shown at a field; empty for none.
+    QString errorAt(const char* label);
+    void type(const char* label, const char* text);
+    /// What an info or text field shows.
+    QString shown(const char* label);
+
+    /// The one of its kind, or the one of that name.
+    template <class Widget>
+    Widget& child(const char* name = nullptr) {
+        return *window_->findChild<Widget*>(QString::fromLatin1(name));
+    }
+    QString notice() { return child<NoticeBar>().text(); }
+    QAbstractItemView& tree() { return child<QAbstractItemView>("projectTree"); }
+    QAbstractItemView& table() { return child<QAbstractItemView>("elementTable"); }
+    QAbstractItemView& problems() { return child<QAbstractItemView>("problemList"); }
+    static QStringList column(const QAbstractItemView& view, int column);
+    static void click(QAbstractItemView& view, const QModelIndex& index);
+
+    /// Imports the example into a new element by dropping it on the window.
+    void importExample();
+
+    QTemporaryDir folder_;
+    core::PluginHost plugins_;
+    ScriptedDialogs dialogs_;
+    std::unique_ptr<MainWindow> window_;
+};
+
+} // namespace corvane::workbench::gui

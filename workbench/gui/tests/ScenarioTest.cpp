@@ -1,0 +1,142 @@
+#include "GuiTesting.hpp"
+
+#include "workbench/gui/fields/UnsignedSpinBox.hpp"
+
+#include <QProcess>
+#include <QPushButton>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+QByteArray runCommandLine(const QStringList& arguments) {
+    QProcess process;
+    process.start(QStringLiteral(CORVANE_COMMAND_LINE), arguments);
+    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
+}
+
+} // namespace
+
+TEST_F(GuiTest, aUserBuildsAProjectFromNothing) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    ASSERT_NE(element("/PLC"), nullptr);
+    EXPECT_EQ(errorAt("Address"), "Please enter the network address of the target PLC");
+
+    type("Address", "192.168.0.10");
+    EXPECT_EQ(errorAt("Address"), "");
+
+    dialogs_.fileToImport = example("bottling-line.db");
+    QTest::mouseClick(field<QPushButton>("Import DB File"), Qt::LeftButton);
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC/Line/Enabled") != nullptr; }));
+    EXPECT_EQ(dialogs_.askedTitle, "Import DB File");
+    EXPECT_EQ(dialogs_.askedExtension, ".db");
+    EXPECT_TRUE(notice().startsWith("Imported bottling-line.db into /PLC: "))
+        << qPrintable(notice());
+
+    select("/PLC/Line/Enabled");
+    EXPECT_EQ(shown("Effective address"), "DB51.DB0.0");
+    select("/PLC/Line");
+    auto* const number = field<UnsignedSpinBox>("DB number");
+    ASSERT_NE(number, nullptr);
+    number->setFocus();
+    number->selectAll();
+    QTest::keyClicks(number, QStringLiteral("77"));
+    QTest::keyClick(number, Qt::Key_Return);
+    settle();
+    select("/PLC/Line/Enabled");
+    EXPECT_EQ(shown("Effective address"), "DB77.DB0.0");
+    select("/PLC/Line/Drive/Limits/Maximum");
+    EXPECT_TRUE(shown("Effective address").startsWith("DB77.DB"));
+
+    QTest::keyClick(&window(), Qt::Key_Z, Qt::ControlModifier);
+    settle();
+    select("/PLC/Line/Enabled");
+    EXPECT_EQ(shown("Effective address"), "DB51.DB0.0");
+
+    dialogs_.projectToSave = path("line.json");
+    QTest::keyClick(&window(), Qt::Key_S, Qt::ControlModifier);
+    settle();
+    EXPECT_FALSE(window().isWindowModified());
+    reopenWindow();
+    window().openFiles({path("line.json")});
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC/Line/Enabled") != nullptr; }));
+    select("/PLC");
+    EXPECT_EQ(shown("Address"), "192.168.0.10");
+
+    runCommandLine({"import", example("bottling-line.db"), "--project", path("other.json")});
+    runCommandLine({"set", path("other.json"), "/PLC", "Address=192.168.0.10"});
+    EXPECT_EQ(readFile(path("line.json")), readFile(path("other.json")));
+    EXPECT_EQ(runCommandLine({"show", path("line.json"), "--json"}),
+              runCommandLine({"show", path("other.json"), "--json"}));
+}
+
+TEST_F(GuiTest, whatIsTypedInOneVisitIsOneStep) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    type("Address", "10.0.0.1");
+    trigger(Command::undo);
+    EXPECT_EQ(shown("Address"), "");
+    ASSERT_NE(element("/PLC"), nullptr);
+    trigger(Command::redo);
+    EXPECT_EQ(shown("Address"), "10.0.0.1");
+    trigger(Command::undo);
+    trigger(Command::undo);
+    EXPECT_EQ(element("/PLC"), nullptr);
+}
+
+TEST_F(GuiTest, undoIsTheProjectsEvenInATextLine) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    type("Address", "10.0.0.1");
+    QTest::keyClick(field<QLineEdit>("Address"), Qt::Key_Z, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(shown("Address"), "");
+    QTest::keyClick(field<QLineEdit>("Address"), Qt::Key_Z,
+                    Qt::ControlModifier | Qt::ShiftModifier);
+    settle();
+    EXPECT_EQ(shown("Address"), "10.0.0.1");
+}
+
+TEST_F(GuiTest, aFailedImportSaysWhyAndChangesNothing) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    dialogs_.fileToImport = writeFile("broken.db", "DATA_BLOCK \"x\" STRUCT a : Nonsense;");
+    const auto undoBefore = session().editor().undoText();
+    QTest::mouseClick(field<QPushButton>("Import DB File"), Qt::LeftButton);
+    settle();
+    EXPECT_TRUE(notice().startsWith("Error importing S7 data blocks from " + path("broken.db")))
+        << qPrintable(notice());
+    EXPECT_TRUE(element("/PLC")->childElements().empty());
+    EXPECT_EQ(session().editor().undoText(), undoBefore);
+}
+
+TEST_F(GuiTest, aFileDroppedOnAnEmptyWindowMakesItsElement) {
+    importExample();
+    EXPECT_TRUE(window().isWindowModified());
+    EXPECT_EQ(child<TreePanel>().selected().size(),
+              session().root().childElements()[0]->childElements().size());
+}
+
+TEST_F(GuiTest, aFileThatCannotBeImportedLeavesNoElementBehind) {
+    window().openFiles({writeFile("broken.db", "DATA_BLOCK \"x\" STRUCT a : Nonsense;")});
+    settle();
+    EXPECT_TRUE(session().isEmpty());
+    EXPECT_FALSE(notice().isEmpty());
+    window().openFiles({writeFile("notes.txt", "hello")});
+    settle();
+    EXPECT_TRUE(session().isEmpty());
+    EXPECT_EQ(notice(), QStringLiteral("No loaded plug-in imports “.txt” files."));
+}
+
+TEST_F(GuiTest, whereSeveralElementsImportTheUserIsAsked) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    addFromMenu("addButton", QStringLiteral("S7 Compatible PLC"));
+    tree().setCurrentIndex({});
+    dialogs_.choice = QStringLiteral("/PLC 2");
+    window().openFiles({example("bottling-line.db")});
+    settle();
+    EXPECT_EQ(dialogs_.offered, QStringList({"/PLC", "/PLC 2"}));
+    EXPECT_NE(element("/PLC 2/Line"), nullptr);
+    EXPECT_TRUE(element("/PLC")->childElements().empty());
+}
+
+} // namespace corvane::workbench::gui

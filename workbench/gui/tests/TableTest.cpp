@@ -1,0 +1,150 @@
+#include "GuiTesting.hpp"
+
+#include <QComboBox>
+#include <QPushButton>
+#include <QTableView>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+class TableTest : public GuiTest {
+protected:
+    TableTest() {
+        importExample();
+        select("/PLC");
+        trigger(Command::showTable);
+    }
+
+    QModelIndex cell(const char* name, const char* heading) {
+        const auto& model = *table().model();
+        for (int row = 0; row != model.rowCount(); ++row)
+            if (model.index(row, 0).data() == name)
+                return model.index(row, columnOf(heading));
+        return {};
+    }
+
+    int columnOf(const char* heading) {
+        const auto& model = *table().model();
+        for (int i = 0; i != model.columnCount(); ++i)
+            if (model.headerData(i, Qt::Horizontal) == heading)
+                return i;
+        return -1;
+    }
+
+    void selectRows(int first, int last) {
+        const auto& model = *table().model();
+        table().selectionModel()->select(
+            QItemSelection(model.index(first, 0), model.index(last, 0)),
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        settle();
+    }
+};
+
+} // namespace
+
+TEST_F(TableTest, theLabelsOfTheFormAreTheColumns) {
+    QStringList headings;
+    for (int i = 0; i != table().model()->columnCount(); ++i)
+        headings += table().model()->headerData(i, Qt::Horizontal).toString();
+    EXPECT_EQ(headings, QStringList({"Name", "Location", "Data type", "String size", "Address",
+                                     "Effective address", "Writable", "Command"}));
+    EXPECT_EQ(cell("Enabled", "Effective address").data(), "DB51.DB0.0");
+    EXPECT_EQ(cell("Enabled", "Data type").data(), "Boolean");
+    EXPECT_EQ(cell("Enabled", "String size").data(), "");
+    EXPECT_EQ(cell("OrderNumber", "String size").data(), "16");
+    EXPECT_EQ(cell("Enabled", "Command").data(), "/PLC/Default Command");
+}
+
+TEST_F(TableTest, anotherKindOfElementsCanBeChosen) {
+    auto& kinds = child<QComboBox>("tableClass");
+    const int blocks = kinds.findText(QStringLiteral("Data Block (4)"));
+    ASSERT_GE(blocks, 0);
+    kinds.setCurrentIndex(blocks);
+    emit kinds.activated(blocks);
+    settle();
+    EXPECT_EQ(column(table(), 0), QStringList({"Line", "Filler", "Recipe", "DB50"}));
+    EXPECT_EQ(cell("Line", "DB number").data(), "51");
+}
+
+TEST_F(TableTest, numbersInTextsSortByTheirValue) {
+    select("/PLC/Line");
+    const int address = columnOf("Address");
+    table().model()->sort(address, Qt::AscendingOrder);
+    settle();
+    const auto rising = column(table(), address);
+    ASSERT_GT(rising.size(), 10);
+    EXPECT_LT(rising.indexOf("DB24"), rising.indexOf("DB102"));
+    EXPECT_LT(rising.indexOf("DB0.2"), rising.indexOf("DB2"));
+    table().model()->sort(address, Qt::DescendingOrder);
+    settle();
+    const auto falling = column(table(), address);
+    EXPECT_GT(falling.indexOf("DB24"), falling.indexOf("DB102"));
+    EXPECT_EQ(falling.size(), rising.size());
+}
+
+TEST_F(TableTest, theFilterLooksIntoEveryCell) {
+    QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    auto& filter = child<QLineEdit>("tableFilter");
+    EXPECT_TRUE(filter.hasFocus());
+    QTest::keyClicks(&filter, QStringLiteral("wstring"));
+    ASSERT_TRUE(settleUntil([&] { return table().model()->rowCount() < 96; }));
+    for (const auto& type : column(table(), columnOf("Data type")))
+        EXPECT_EQ(type, "WString");
+    filter.clear();
+    EXPECT_TRUE(settleUntil([&] { return table().model()->rowCount() == 96; }));
+}
+
+TEST_F(TableTest, aCellIsEditedInPlaceWithTheFieldOfTheForm) {
+    const auto address = cell("SpeedSetpoint", "Address");
+    table().setCurrentIndex(address);
+    table().edit(address);
+    auto* const line = table().viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr);
+    line->selectAll();
+    QTest::keyClicks(line, QStringLiteral("MW4"));
+    QTest::keyClick(line, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(cell("SpeedSetpoint", "Address").data(), "MW4");
+    EXPECT_FALSE(cell("SpeedSetpoint", "Address").data(Qt::ToolTipRole).toString().isEmpty());
+    trigger(Command::undo);
+    EXPECT_EQ(cell("SpeedSetpoint", "Address").data(), "DB2");
+}
+
+TEST_F(TableTest, whatTheFormOnlyShowsCannotBeEdited) {
+    EXPECT_FALSE(cell("Enabled", "Effective address").flags().testFlag(Qt::ItemIsEditable));
+    EXPECT_FALSE(cell("Enabled", "String size").flags().testFlag(Qt::ItemIsEditable));
+    EXPECT_TRUE(cell("OrderNumber", "String size").flags().testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(TableTest, severalRowsAreChangedAtOnceInOneStep) {
+    selectRows(0, 19);
+    QTest::keyClick(&window(), Qt::Key_E, Qt::ControlModifier);
+    settle();
+    auto& which = child<QComboBox>("bulkField");
+    ASSERT_TRUE(which.isVisible());
+    which.setCurrentText(QStringLiteral("Command"));
+    settle();
+    auto* const value = child<BulkEditBar>().findChild<QComboBox*>(QStringLiteral("Command"));
+    ASSERT_NE(value, nullptr);
+    QTest::keyClick(value, Qt::Key_Home); // the first choice is none
+    QTest::mouseClick(&child<QPushButton>("bulkApply"), Qt::LeftButton);
+    settle();
+    const auto commands = column(table(), columnOf("Command"));
+    EXPECT_EQ(commands.count(QString()), 20);
+    trigger(Command::undo);
+    EXPECT_EQ(column(table(), columnOf("Command")).count("/PLC/Default Command"), 96);
+}
+
+TEST_F(TableTest, theTableFollowsTheTree) {
+    select("/PLC/Line/Drive");
+    EXPECT_EQ(column(table(), 0),
+              QStringList({"Start", "Fault", "Frequency", "Minimum", "Maximum"}));
+    trigger(Command::remove);
+    EXPECT_TRUE(settleUntil([&] { return cell("Frequency", "Name") == QModelIndex(); }));
+    trigger(Command::undo);
+    select("/PLC/Line/Drive");
+    EXPECT_EQ(table().model()->rowCount(), 5);
+}
+
+} // namespace corvane::workbench::gui

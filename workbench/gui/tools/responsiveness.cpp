@@ -1,0 +1,147 @@
+// Measures how long the window does not answer while it works on a project:
+// corvane-responsiveness PROJECT TEXT, where TEXT is typed into the filters. Prints, step by step,
+// how long it took and the longest time between two events.
+#include "workbench/gui/Application.hpp"
+#include "workbench/gui/MainWindow.hpp"
+#include "workbench/gui/NativeDialogs.hpp"
+#include "workbench/gui/PluginFolders.hpp"
+
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeView>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+class Stopwatch {
+public:
+    explicit Stopwatch(MainWindow& window) : window_(&window) {}
+
+    /// Does a step and lets events run until it is done.
+    void measure(const char* name, const std::function<void()>& act,
+                 const std::function<bool()>& done) {
+        QElapsedTimer all;
+        QElapsedTimer turn;
+        all.start();
+        turn.start();
+        act();
+        qint64 longest = turn.restart();
+        const qint64 first = longest;
+        qint64 doneAt = -1;
+        // Some turns more, for what a step leaves to be drawn.
+        for (int rest = 20; rest > 0; rest -= doneAt >= 0 ? 1 : 0) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+            longest = std::max(longest, turn.restart());
+            if (doneAt < 0 && !window_->session().isBusy() && done())
+                doneAt = all.elapsed();
+        }
+        std::printf("%-28s done after %6lld ms, longest pause %4lld ms (the call itself %lld ms)\n",
+                    name, static_cast<long long>(doneAt), static_cast<long long>(longest),
+                    static_cast<long long>(first));
+        std::fflush(stdout);
+    }
+
+private:
+    MainWindow* window_;
+};
+
+void run(MainWindow& window, const QString& file, const QString& text) {
+    Stopwatch watch(window);
+    auto& tree = *window.findChild<QTreeView*>(QStringLiteral("projectTree"));
+    auto& table = *window.findChild<QTableView*>(QStringLiteral("elementTable"));
+    auto& treeFilter = *window.findChild<QLineEdit*>(QStringLiteral("treeFilter"));
+    auto& tableFilter = *window.findChild<QLineEdit*>(QStringLiteral("tableFilter"));
+    const auto trigger = [&](Command command) {
+        const auto* const name = kCommands[static_cast<std::size_t>(command)].name;
+        window.findChild<QAction*>(QString::fromLatin1(name))->trigger();
+    };
+    const auto always = [] { return true; };
+
+    watch.measure(
+        "open", [&] { window.openFiles({file}); }, [&] { return tree.model()->rowCount() > 0; });
+    watch.measure(
+        "open every first branch",
+        [&] {
+            for (auto at = tree.model()->index(0, 0); at.isValid();
+                 at = tree.model()->index(0, 0, at))
+                tree.expand(at);
+        },
+        always);
+    watch.measure(
+        "show a form",
+        [&] {
+            auto last = tree.model()->index(0, 0);
+            while (tree.model()->rowCount(last) > 0)
+                last = tree.model()->index(tree.model()->rowCount(last) - 1, 0, last);
+            tree.setCurrentIndex(last);
+        },
+        always);
+    watch.measure(
+        "filter the tree", [&] { QTest::keyClicks(&treeFilter, text); },
+        [&] { return window.findChild<TreeModel*>()->isFiltered(); });
+    watch.measure(
+        "take the filter away", [&] { treeFilter.clear(); },
+        [&] { return !window.findChild<TreeModel*>()->isFiltered(); });
+    watch.measure(
+        "show everything as a table",
+        [&] {
+            window.findChild<TreePanel*>()->select(*window.session().root().childElements()[0]);
+            trigger(Command::showTable);
+        },
+        [&] { return table.model()->rowCount() > 0; });
+
+    auto* const model = window.findChild<TableModel*>();
+    bool settled = false;
+    QObject::connect(model, &TableModel::settled, model, [&] { settled = true; });
+    const auto isSettled = [&] { return settled; };
+    for (const auto& [name, column] : {std::pair{"sort by name", 0}, {"sort by a field", 4}})
+        watch.measure(
+            name,
+            [&, column = column] {
+                settled = false;
+                table.sortByColumn(column, Qt::DescendingOrder);
+            },
+            isSettled);
+    watch.measure(
+        "filter the table",
+        [&] {
+            settled = false;
+            QTest::keyClicks(&tableFilter, text);
+        },
+        isSettled);
+    watch.measure("scroll to the end", [&] { table.scrollToBottom(); }, always);
+}
+
+} // namespace
+
+} // namespace corvane::workbench::gui
+
+int main(int argc, char** argv) {
+    using namespace corvane::workbench::gui;
+    QStandardPaths::setTestModeEnabled(true);
+    const QTemporaryDir home;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home.path());
+    const Application application(argc, argv);
+    const auto arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3) {
+        std::fprintf(stderr, "usage: corvane-responsiveness PROJECT TEXT\n");
+        return 2;
+    }
+    corvane::workbench::core::PluginHost plugins;
+    loadPlugins(plugins, {});
+    NativeDialogs dialogs;
+    MainWindow window(plugins, dialogs, home.filePath(QStringLiteral("recovery")));
+    window.show();
+    run(window, arguments[1], arguments[2]);
+    return 0;
+}

@@ -1,0 +1,183 @@
+// Takes the pictures of the user guide from the running window: corvane-screenshots FOLDER FILE,
+// where FILE is one that a plug-in imports. Whatever it shows, it reaches as a user would; it knows
+// no element class by name.
+#include "workbench/gui/Application.hpp"
+#include "workbench/gui/MainWindow.hpp"
+#include "workbench/gui/PluginFolders.hpp"
+#include "workbench/gui/Settings.hpp"
+#include "workbench/gui/Text.hpp"
+#include "workbench/gui/Theme.hpp"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdio>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+/// Nobody is there to be asked.
+class NoDialogs final : public Dialogs {
+public:
+    QString chooseProjectToOpen(QWidget*) override { return {}; }
+    QString chooseProjectToSave(QWidget*, const QString&) override { return {}; }
+    QString chooseFileToImport(QWidget*, const QString&, const QString&) override { return {}; }
+    Unsaved askUnsaved(QWidget*, const QString&) override { return Unsaved::discard; }
+    bool confirm(QWidget*, const Question&) override { return true; }
+    QString chooseOne(QWidget*, const QString&, const QString&, const QStringList&) override {
+        return {};
+    }
+};
+
+class Tour {
+public:
+    Tour(MainWindow& window, QString folder) : window_(&window), folder_(std::move(folder)) {}
+
+    void run(const QString& file) {
+        take("start");
+        window_->openFiles({file});
+        settle();
+        showForm();
+        showError();
+        showTable();
+        showProblems();
+        showDark();
+    }
+
+private:
+    /// Lets everything that waits for its turn have it.
+    void settle() const {
+        QElapsedTimer quiet;
+        quiet.start();
+        while (quiet.elapsed() < 400)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+
+    void take(const char* name) const {
+        settle();
+        const auto path = QDir(folder_).filePath(QString::fromLatin1(name) + ".png");
+        if (!window_->grab().save(path))
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+    }
+
+    [[nodiscard]] model::Element& target() const {
+        return *window_->session().root().childElements().front();
+    }
+
+    /// The first elements below the imported ones that hold nothing themselves.
+    [[nodiscard]] std::vector<model::Element*> leaves() const {
+        std::vector<model::Element*> found;
+        for (const auto& group : target().childElements())
+            for (const auto& element : group->childElements())
+                if (element->childElements().empty())
+                    found.push_back(element.get());
+        return found;
+    }
+
+    void select(model::Element& element) const {
+        window_->findChild<TreePanel*>()->select(element);
+        settle();
+    }
+
+    [[nodiscard]] QLineEdit* firstLine() const {
+        for (auto* const line : window_->findChild<FormPanel*>()->findChildren<QLineEdit*>())
+            if (line->isVisible() && !line->isReadOnly() &&
+                qobject_cast<QAbstractSpinBox*>(line->parentWidget()) == nullptr)
+                return line;
+        return nullptr;
+    }
+
+    void trigger(Command command) const {
+        const auto* const name = kCommands[static_cast<std::size_t>(command)].name;
+        window_->findChild<QAction*>(QString::fromLatin1(name))->trigger();
+    }
+
+    void showForm() const {
+        select(*leaves().at(3));
+        trigger(Command::showForm);
+        take("form");
+    }
+
+    void showError() const {
+        auto* const line = firstLine();
+        line->setFocus();
+        line->selectAll();
+        QTest::keyClicks(line, QStringLiteral("QX1"));
+        take("error");
+        trigger(Command::undo);
+    }
+
+    void showTable() const {
+        select(target());
+        trigger(Command::showTable);
+        settle();
+        auto* const table = window_->findChild<QTableView*>(QStringLiteral("elementTable"));
+        table->selectRow(3);
+        table->selectionModel()->select(
+            QItemSelection(table->model()->index(3, 0), table->model()->index(8, 0)),
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        settle();
+        trigger(Command::changeSelected);
+        take("table");
+    }
+
+    void showProblems() const {
+        const auto elements = leaves();
+        for (const std::size_t i : {1u, 4u, 6u}) {
+            select(*elements.at(i));
+            trigger(Command::showForm);
+            auto* const line = firstLine();
+            line->selectAll();
+            QTest::keyClicks(line, i == 4 ? QStringLiteral("12.7") : QStringLiteral("MW4"));
+            settle();
+        }
+        trigger(Command::nextProblem);
+        settle();
+        trigger(Command::nextProblem);
+        take("problems");
+    }
+
+    void showDark() const {
+        select(*leaves().at(2));
+        trigger(Command::showForm);
+        trigger(Command::themeDark);
+        take("dark");
+    }
+
+    MainWindow* window_;
+    QString folder_;
+};
+
+} // namespace
+
+} // namespace corvane::workbench::gui
+
+int main(int argc, char** argv) {
+    using namespace corvane::workbench::gui;
+    // The user's own settings have no place in the guide.
+    QStandardPaths::setTestModeEnabled(true);
+    const QTemporaryDir home;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home.path());
+    const Application application(argc, argv);
+    const auto arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3 || !QDir().mkpath(arguments[1])) {
+        std::fprintf(stderr, "usage: corvane-screenshots FOLDER FILE\n");
+        return 2;
+    }
+    applyTheme(Theme::light);
+    corvane::workbench::core::PluginHost plugins;
+    loadPlugins(plugins, {});
+    NoDialogs dialogs;
+    MainWindow window(plugins, dialogs, home.filePath(QStringLiteral("recovery")));
+    window.resize(1180, 740);
+    window.show();
+    Tour(window, arguments[1]).run(arguments[2]);
+    return 0;
+}
