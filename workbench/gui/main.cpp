@@ -1,7 +1,7 @@
+#include "workbench/core/PluginFolders.hpp"
 #include "workbench/gui/Application.hpp"
 #include "workbench/gui/MainWindow.hpp"
 #include "workbench/gui/NativeDialogs.hpp"
-#include "workbench/gui/PluginFolders.hpp"
 #include "workbench/gui/Text.hpp"
 
 #include <QCommandLineParser>
@@ -47,7 +47,7 @@ int main(int argc, char** argv) {
     const Application application(argc, argv);
     const auto request = parseCommandLine(application);
     corvane::workbench::core::PluginHost plugins;
-    loadPlugins(plugins, request.plugins);
+    corvane::workbench::core::loadPlugins(plugins, request.plugins);
     NativeDialogs dialogs;
     MainWindow window(plugins, dialogs, Application::recoveryFolder());
     window.tellOfFailures(plugins);

@@ -1,10 +1,7 @@
 #include "workbench/gui/Application.hpp"
 #include "workbench/gui/MainWindow.hpp"
 #include "workbench/gui/NativeDialogs.hpp"
-
-#include <QSettings>
-#include <QStandardPaths>
-#include <QTemporaryDir>
+#include "workbench/gui/tools/OwnSettings.hpp"
 
 #include <gtest/gtest.h>
 
@@ -30,9 +27,7 @@ using namespace corvane::workbench;
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QStandardPaths::setTestModeEnabled(true);
-    const QTemporaryDir settings;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+    const gui::OwnSettings settings;
     testing::InitGoogleTest(&argc, argv);
     const gui::Application application(argc, argv);
     if (argc == 3 && std::string_view(argv[1]) == "--crash")

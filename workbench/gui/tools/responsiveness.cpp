@@ -1,17 +1,15 @@
 // Measures how long the window does not answer while it works on a project:
 // corvane-responsiveness PROJECT TEXT, where TEXT is typed into the filters. Prints, step by step,
 // how long it took and the longest time between two events.
+#include "workbench/core/PluginFolders.hpp"
 #include "workbench/gui/Application.hpp"
 #include "workbench/gui/MainWindow.hpp"
 #include "workbench/gui/NativeDialogs.hpp"
-#include "workbench/gui/PluginFolders.hpp"
+#include "workbench/gui/tools/OwnSettings.hpp"
 
 #include <QElapsedTimer>
 #include <QLineEdit>
-#include <QSettings>
-#include <QStandardPaths>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
 
@@ -128,9 +126,7 @@ void run(MainWindow& window, const QString& file, const QString& text) {
 
 int main(int argc, char** argv) {
     using namespace corvane::workbench::gui;
-    QStandardPaths::setTestModeEnabled(true);
-    const QTemporaryDir home;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home.path());
+    const OwnSettings settings;
     const Application application(argc, argv);
     const auto arguments = QCoreApplication::arguments();
     if (arguments.size() != 3) {
@@ -138,9 +134,9 @@ int main(int argc, char** argv) {
         return 2;
     }
     corvane::workbench::core::PluginHost plugins;
-    loadPlugins(plugins, {});
+    corvane::workbench::core::loadPlugins(plugins, {});
     NativeDialogs dialogs;
-    MainWindow window(plugins, dialogs, home.filePath(QStringLiteral("recovery")));
+    MainWindow window(plugins, dialogs, settings.path("recovery"));
     window.show();
     run(window, arguments[1], arguments[2]);
     return 0;

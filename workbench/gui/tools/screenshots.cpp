@@ -1,20 +1,18 @@
 // Takes the pictures of the user guide from the running window: corvane-screenshots FOLDER FILE,
 // where FILE is one that a plug-in imports. Whatever it shows, it reaches as a user would; it knows
 // no element class by name.
+#include "workbench/core/PluginFolders.hpp"
 #include "workbench/gui/Application.hpp"
 #include "workbench/gui/MainWindow.hpp"
-#include "workbench/gui/PluginFolders.hpp"
 #include "workbench/gui/Settings.hpp"
 #include "workbench/gui/Text.hpp"
 #include "workbench/gui/Theme.hpp"
+#include "workbench/gui/tools/OwnSettings.hpp"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
-#include <QSettings>
-#include <QStandardPaths>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <cstdio>
@@ -161,10 +159,7 @@ private:
 
 int main(int argc, char** argv) {
     using namespace corvane::workbench::gui;
-    // The user's own settings have no place in the guide.
-    QStandardPaths::setTestModeEnabled(true);
-    const QTemporaryDir home;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home.path());
+    const OwnSettings settings;
     const Application application(argc, argv);
     const auto arguments = QCoreApplication::arguments();
     if (arguments.size() != 3 || !QDir().mkpath(arguments[1])) {
@@ -173,9 +168,9 @@ int main(int argc, char** argv) {
     }
     applyTheme(Theme::light);
     corvane::workbench::core::PluginHost plugins;
-    loadPlugins(plugins, {});
+    corvane::workbench::core::loadPlugins(plugins, {});
     NoDialogs dialogs;
-    MainWindow window(plugins, dialogs, home.filePath(QStringLiteral("recovery")));
+    MainWindow window(plugins, dialogs, settings.path("recovery"));
     window.resize(1180, 740);
     window.show();
     Tour(window, arguments[1]).run(arguments[2]);

@@ -1,10 +1,10 @@
-#include "workbench/gui/PluginFolders.hpp"
+#include "workbench/core/PluginFolders.hpp"
 
 #include <cstdlib>
 #include <ranges>
 #include <string_view>
 
-namespace corvane::workbench::gui {
+namespace corvane::workbench::core {
 
 namespace {
 
@@ -13,7 +13,7 @@ constexpr const char* kPluginPathVariable = "CORVANE_PLUGIN_PATH";
 
 } // namespace
 
-void loadPlugins(core::PluginHost& plugins, std::span<const std::filesystem::path> files) {
+void loadPlugins(PluginHost& plugins, std::span<const std::filesystem::path> files) {
     const auto program = std::filesystem::read_symlink("/proc/self/exe");
     plugins.loadFolder(program.parent_path() / kPluginFolder);
     if (const char* const folders = std::getenv(kPluginPathVariable); folders != nullptr)
@@ -24,4 +24,4 @@ void loadPlugins(core::PluginHost& plugins, std::span<const std::filesystem::pat
         plugins.load(file);
 }
 
-} // namespace corvane::workbench::gui
+} // namespace corvane::workbench::core

@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <span>
 
-namespace corvane::workbench::gui {
+namespace corvane::workbench::core {
 
 /// Loads the plug-ins beside the program, then those of the folders in CORVANE_PLUGIN_PATH, then
 /// the given files. What cannot be loaded is in the host's failures.
-void loadPlugins(core::PluginHost& plugins, std::span<const std::filesystem::path> files);
+void loadPlugins(PluginHost& plugins, std::span<const std::filesystem::path> files);
 
-} // namespace corvane::workbench::gui
+} // namespace corvane::workbench::core
