@@ -7,7 +7,7 @@ namespace corvane::bench {
 
 namespace {
 
-constexpr int kRuns = 9;
+constexpr int kRuns = 15;
 
 struct Road {
     std::string name;
@@ -23,11 +23,10 @@ void measure(const Workshop& workshop, const Road& road, std::vector<Result>& re
     const auto document = Workshop::documentOf(*target.element, file);
     const WritingScript script(document);
 
-    const double seconds =
-        medianSeconds(kRuns, [&] { keep(Workshop::documentOf(*target.element, file)); });
-    const double writer = medianSeconds(kRuns, [&] { keep(script.run()); });
-    const double scan = medianSeconds(kRuns, [&] { keep(countLines(road.source)); });
-    const double copy = medianSeconds(kRuns, [&] { copyFresh(document); });
+    const auto [seconds, writer, scan, copy] = medianSecondsInTurn(
+        kRuns, [&] { keep(Workshop::documentOf(*target.element, file)); },
+        [&] { keep(script.run()); }, [&] { keep(countLines(road.source)); },
+        [&] { copyFresh(document); });
 
     const auto size = megabytes(road.source.size()) + " to " + megabytes(document.size());
     const auto rate = ratePerSecond(static_cast<double>(road.items), seconds, "items");

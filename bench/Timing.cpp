@@ -6,9 +6,16 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <utility>
 #include <vector>
 
 namespace corvane::bench {
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
 
 double medianSeconds(int runs, workbench::FunctionRef<void()> prepare,
                      workbench::FunctionRef<void()> body) {
@@ -20,9 +27,7 @@ double medianSeconds(int runs, workbench::FunctionRef<void()> prepare,
         body();
         seconds.push_back(std::chrono::duration<double>(Clock::now() - start).count());
     }
-    const auto middle = seconds.begin() + runs / 2;
-    std::ranges::nth_element(seconds, middle);
-    return *middle;
+    return median(std::move(seconds));
 }
 
 double medianSeconds(int runs, workbench::FunctionRef<void()> body) {

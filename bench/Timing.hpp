@@ -2,9 +2,15 @@
 
 #include <corvane/workbench/FunctionRef.hpp>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <vector>
 
 namespace corvane::bench {
+
+/// The middle one of some values; of an even number, the upper of the two.
+[[nodiscard]] double median(std::vector<double> values);
 
 /// The median of the seconds that `body` takes in `runs` runs; `prepare` comes before each of them
 /// and is not timed.
@@ -12,6 +18,21 @@ namespace corvane::bench {
                                    workbench::FunctionRef<void()> body);
 
 [[nodiscard]] double medianSeconds(int runs, workbench::FunctionRef<void()> body);
+
+/// The medians of the seconds that each of several bodies takes. They run in turn, so that a
+/// machine that is slower for a while is so for all of them.
+template <class... Bodies>
+[[nodiscard]] std::array<double, sizeof...(Bodies)> medianSecondsInTurn(int runs,
+                                                                        const Bodies&... bodies) {
+    std::array<std::vector<double>, sizeof...(Bodies)> seconds;
+    for (int run = 0; run != runs; ++run) {
+        std::size_t body = 0;
+        (seconds[body++].push_back(medianSeconds(1, bodies)), ...);
+    }
+    std::array<double, sizeof...(Bodies)> medians;
+    std::ranges::transform(seconds, medians.begin(), median);
+    return medians;
+}
 
 /// The bytes of this process that are in memory now.
 [[nodiscard]] std::size_t residentBytes();

@@ -1,24 +1,59 @@
 #include "bench/Roads.hpp"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <exception>
+#include <span>
 #include <string_view>
 #include <vector>
 
-int main(int argc, char** argv) try {
-    using namespace corvane::bench;
-    if (argc == 3 && std::string_view(argv[1]) == kResidentVerb)
-        return printResidentBytes(argv[2]);
+namespace {
+
+using namespace corvane::bench;
+
+struct Group {
+    std::string_view name;
+    void (*measure)(const Workshop&, std::vector<Result>&);
+};
+
+constexpr std::array kGroups{
+    Group{"processes", measureProcesses},
+    Group{"addresses", [](const Workshop&, auto& results) { measureAddresses(results); }},
+    Group{"documents", measureImportDocuments},
+    Group{"projects", measureProjects},
+    Group{"growth", measureGrowth},
+};
+
+int usage() {
+    std::fputs("usage: corvane-roads [GROUP...]\n\ngroups, all of them if none is named:\n",
+               stderr);
+    for (const auto& group : kGroups)
+        std::fprintf(stderr, "    %s\n", group.name.data());
+    return 2;
+}
+
+void run(std::span<char* const> wanted) {
     const Workshop workshop;
     std::vector<Result> results;
-    measureProcesses(workshop, results);
-    measureAddresses(results);
-    measureImportDocuments(workshop, results);
-    measureProjects(workshop, results);
-    measureGrowth(workshop, results);
+    for (const auto& group : kGroups)
+        if (wanted.empty() || std::ranges::find(wanted, group.name) != wanted.end())
+            group.measure(workshop, results);
     const int exceeded = printReport(results);
     if (exceeded != 0)
         std::printf("\n%d of the bars are exceeded.\n", exceeded);
+}
+
+} // namespace
+
+int main(int argc, char** argv) try {
+    const std::span<char* const> arguments(argv + 1, argv + argc);
+    if (arguments.size() == 2 && arguments[0] == kResidentVerb)
+        return printResidentBytes(arguments[1]);
+    for (const std::string_view name : arguments)
+        if (std::ranges::find(kGroups, name, &Group::name) == kGroups.end())
+            return usage();
+    run(arguments);
     return 0;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

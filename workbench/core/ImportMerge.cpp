@@ -17,10 +17,8 @@ using model::Staging;
 using Elements = std::vector<std::unique_ptr<Element>>;
 
 bool sameIdentity(const Element& a, const Element& b) {
-    if (&a.elementClass() != &b.elementClass())
-        return false;
-    const auto id = a.getSkillElement()->importId();
-    return id && id == b.getSkillElement()->importId();
+    return &a.elementClass() == &b.elementClass() &&
+           a.getSkillElement()->hasImportIdOf(*b.getSkillElement());
 }
 
 /// The merge of one level, and of the levels below it.

@@ -78,6 +78,24 @@ TEST(Translate, AsksTheTranslatorForTextAndContext) {
     EXPECT_EQ(translate("a::Door", "Key"), u"Key");
 }
 
+TEST(FillTranslated, IsFillOfTheTranslation) {
+    std::u16string text = u"what stood here before";
+    fillTranslated(text, "a::Door", "{} of {}: \u20ac", {"2", "\u00e4\U0001f600"});
+    EXPECT_EQ(text, u"2 of \u00e4\U0001f600: \u20ac");
+    fillTranslated(text, "a::Door", "{}, {}", {"only"});
+    EXPECT_EQ(text, u"only, {}");
+    const InstalledTranslator installed(
+        [](std::string_view context, std::string_view english) -> std::optional<std::u16string> {
+            return context == "a::Door" && english == "{} of {}"
+                       ? std::optional(u"{} von {} \u00e4")
+                       : std::nullopt;
+        });
+    fillTranslated(text, "a::Door", "{} of {}", {"2", "\u00e43"});
+    EXPECT_EQ(text, u"2 von \u00e43 \u00e4");
+    fillTranslated(text, "a::Gun", "{} of {}", {"2", "3"});
+    EXPECT_EQ(text, u"2 of 3");
+}
+
 TEST(Translate, AnEmptyTranslatorTakesTheLastOneAway) {
     setTranslator([](auto, auto) -> std::optional<std::u16string> { return u"x"; });
     EXPECT_EQ(translate("any", "Lock"), u"x");

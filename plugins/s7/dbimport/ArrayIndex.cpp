@@ -68,8 +68,18 @@ bool ArrayIndex::step() {
                               dimensionSizes_[dimension], carry);
         wrapped |= carry != 0;
     }
-    writeTextFrom(dimension);
+    if (wrapped || dimensionCount() == 0 || !countLastDigit())
+        writeTextFrom(dimension);
     return wrapped;
+}
+
+// Nine steps of ten change nothing but the last digit. Below zero the digits count down.
+bool ArrayIndex::countLastDigit() {
+    char& digit = text_[text_.size() - 2];
+    if (currentIndex_.back() <= 0 || digit == '9')
+        return false;
+    ++digit;
+    return true;
 }
 
 // The numbers in front of the dimension stand as they are.

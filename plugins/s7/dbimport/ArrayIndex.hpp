@@ -39,6 +39,7 @@ public:
     bool step();
 
 private:
+    bool countLastDigit();
     void writeTextFrom(std::size_t dimension);
 
     std::vector<std::uint32_t> dimensionSizes_;

@@ -4,12 +4,11 @@
 #include "dbimport/MemoryPosition.hpp"
 #include "dbimport/Messages.hpp"
 
-#include <utility>
-
 namespace corvane::workbench::plugins::s7Driver {
 
-ArrayNode::ArrayNode(std::string name, ExternalAccess access, std::span<const Dimension> dimensions)
-    : DataBlockNode(std::move(name), access), index_(dimensions) {}
+ArrayNode::ArrayNode(std::string_view name, ExternalAccess access,
+                     std::span<const Dimension> dimensions)
+    : DataBlockNode(name, access), index_(dimensions) {}
 
 void ArrayNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                               ElementPath& path) {

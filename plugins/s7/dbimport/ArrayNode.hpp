@@ -13,7 +13,7 @@ namespace corvane::workbench::plugins::s7Driver {
 class ArrayNode final : public DataBlockNode {
 public:
     /// Throws std::runtime_error as ArrayIndex does.
-    ArrayNode(std::string name, ExternalAccess access, std::span<const Dimension> dimensions);
+    ArrayNode(std::string_view name, ExternalAccess access, std::span<const Dimension> dimensions);
 
     /// At the lower bounds, before a walk and after it.
     [[nodiscard]] const ArrayIndex& index() const { return index_; }

@@ -9,18 +9,22 @@ namespace corvane::workbench::plugins::s7Driver {
 
 AttributeTable::AttributeTable(std::initializer_list<std::string_view> names) {
     std::ranges::transform(names, entries_.begin(),
-                           [](std::string_view name) { return Entry{name, std::nullopt}; });
+                           [](std::string_view name) { return Entry{name}; });
 }
 
-std::optional<std::string>* AttributeTable::find(std::string_view name) {
+void AttributeTable::Entry::setValue(std::string_view value) {
+    isFalse = equalsFolded(value, "'false'") || equalsFolded(value, "false");
+}
+
+AttributeTable::Entry* AttributeTable::find(std::string_view name) {
     const auto entry = std::ranges::find_if(
         entries_, [&](const Entry& candidate) { return equalsFolded(name, candidate.name); });
-    return entry == entries_.end() ? nullptr : &entry->value;
+    return entry == entries_.end() ? nullptr : &*entry;
 }
 
-bool AttributeTable::isFalse(std::string_view name) {
-    const std::optional<std::string>* const value = find(name);
-    return value != nullptr && (*value == "false" || *value == "'false'");
+bool AttributeTable::isFalse(std::string_view name) const {
+    const auto entry = std::ranges::find(entries_, name, &Entry::name);
+    return entry != entries_.end() && entry->isFalse;
 }
 
 bool endsAttributeBlock(char separator) {

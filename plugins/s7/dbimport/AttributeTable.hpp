@@ -3,8 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <initializer_list>
-#include <optional>
-#include <string>
 #include <string_view>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -18,19 +16,24 @@ public:
     /// The names to look for: lower case, at most `kCapacity` of them, and to outlive the table.
     explicit AttributeTable(std::initializer_list<std::string_view> names);
 
-    /// Where the value of the attribute goes that is called `name`, in any case; null for one that
-    /// nobody looks for.
-    [[nodiscard]] std::optional<std::string>* find(std::string_view name);
-
-    /// Whether the attribute has the value FALSE, in any case, plain or in single quotes. Any other
-    /// value, and none, is not false.
-    [[nodiscard]] bool isFalse(std::string_view name);
-
-private:
+    /// What is said of an attribute so far.
     struct Entry {
         std::string_view name;
-        std::optional<std::string> value; // lower case, with its quotes
+        bool isFalse = false;
+
+        /// Takes the attribute's value; of several the last one counts.
+        void setValue(std::string_view value);
     };
+
+    /// The entry of the attribute that is called `name`, in any case; null for one that nobody
+    /// looks for.
+    [[nodiscard]] Entry* find(std::string_view name);
+
+    /// Whether the attribute `name`, one of those to look for, has the value FALSE, in any case,
+    /// plain or in single quotes. Any other value, and none, is not false.
+    [[nodiscard]] bool isFalse(std::string_view name) const;
+
+private:
     std::array<Entry, kCapacity> entries_;
 };
 

@@ -4,24 +4,28 @@
 
 namespace corvane::workbench::plugins::s7Driver {
 
-DataBlockNode::DataBlockNode(std::string name, ExternalAccess access)
-    : name_(std::move(name)), access_(access) {}
-
 DataBlockNode::~DataBlockNode() = default;
 
-void DataBlockNode::addChild(std::unique_ptr<DataBlockNode> child) {
-    children_.push_back(std::move(child));
+void DataBlockNode::addChild(NodeOwner<DataBlockNode> child) {
+    if (children_ == nullptr)
+        children_ = std::make_unique<Children>();
+    children_->push_back(std::move(child));
+}
+
+const DataBlockNode::Children& DataBlockNode::children() const {
+    static constexpr Children kNone;
+    return children_ == nullptr ? kNone : *children_;
 }
 
 void DataBlockNode::writeChildren(utils::json::encoder::Array& targetArray,
                                   MemoryPosition& position, ElementPath& path) {
-    for (const std::unique_ptr<DataBlockNode>& child : children_)
+    for (const NodeOwner<DataBlockNode>& child : children())
         child->writeElements(targetArray, position, path);
 }
 
 double DataBlockNode::childrenDocumentSize() const {
     double size = 0;
-    for (const std::unique_ptr<DataBlockNode>& child : children_)
+    for (const NodeOwner<DataBlockNode>& child : children())
         size += child->documentSize(0);
     return size;
 }

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -14,20 +15,31 @@ namespace corvane::workbench::plugins::s7Driver {
 class ElementPath;
 struct MemoryPosition;
 
+class DataBlockNode;
+
+/// Ends a node's life; its bytes belong to the memory of its tree.
+struct EndNode {
+    void operator()(DataBlockNode* node) const;
+};
+
+template <class Node>
+using NodeOwner = std::unique_ptr<Node, EndNode>;
+
 /// A node of the tree that a data block declares. It owns its children, in the order of the file.
+/// Names are views, which must outlive the node (see `TreeMemory`).
 ///
 /// The tree lays itself out in the memory of a data block with standard access while it writes its
 /// elements into the import document: one walk, from which all addresses follow.
 class DataBlockNode {
 public:
-    using Children = std::vector<std::unique_ptr<DataBlockNode>>;
+    using Children = std::vector<NodeOwner<DataBlockNode>>;
 
     DataBlockNode(const DataBlockNode&) = delete;
     DataBlockNode& operator=(const DataBlockNode&) = delete;
     virtual ~DataBlockNode();
 
     /// Appends a child.
-    virtual void addChild(std::unique_ptr<DataBlockNode> child);
+    virtual void addChild(NodeOwner<DataBlockNode> child);
 
     /// Writes this node's elements into `targetArray` and moves `position` behind the memory that
     /// they take. The path is the same after the call as before, without its index suffix.
@@ -43,12 +55,15 @@ public:
     /// `indexSize` characters lies on the node. Not an integer, since a file can ask for anything.
     [[nodiscard]] virtual double documentSize(std::size_t indexSize) const = 0;
 
-    [[nodiscard]] const std::string& name() const { return name_; }
-    [[nodiscard]] const Children& children() const { return children_; }
+    [[nodiscard]] std::string name() const { return std::string(name_); }
+    [[nodiscard]] const Children& children() const;
     [[nodiscard]] ExternalAccess access() const { return access_; }
 
 protected:
-    DataBlockNode(std::string name, ExternalAccess access);
+    DataBlockNode(std::string_view name, ExternalAccess access) : name_(name), access_(access) {}
+
+    /// The name without a copy.
+    [[nodiscard]] std::string_view nameView() const { return name_; }
 
     void writeChildren(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                        ElementPath& path);
@@ -57,9 +72,11 @@ protected:
     [[nodiscard]] double childrenDocumentSize() const;
 
 private:
-    std::string name_;
-    Children children_;
+    std::string_view name_;
+    std::unique_ptr<Children> children_; // none for most nodes, which are leaves
     ExternalAccess access_;
 };
+
+inline void EndNode::operator()(DataBlockNode* node) const { std::destroy_at(node); }
 
 } // namespace corvane::workbench::plugins::s7Driver

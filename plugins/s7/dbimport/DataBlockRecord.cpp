@@ -26,7 +26,7 @@ public:
         : context_(&context),
           reader_(stream),
           parser_(reader_),
-          factory_(parser_, context, limits) {}
+          factory_(parser_, context, limits, *memory_) {}
 
     std::vector<DataBlockRecord> read() {
         reader_.skipByteOrderMark();
@@ -57,11 +57,12 @@ private:
     }
 
     void readBody(const std::string& name) {
-        auto root = std::make_unique<RootNode>(name);
-        auto body = std::make_unique<StructNode>(name, root->access(), true);
+        const std::string_view kept = memory_->keep(name);
+        auto root = memory_->make<RootNode>(kept);
+        auto body = memory_->make<StructNode>(kept, root->access(), true);
         factory_.readStructure(*body, true);
         root->addChild(std::move(body));
-        records_.push_back({name, context_->dbNumber(name), std::move(root)});
+        records_.push_back({name, context_->dbNumber(name), {memory_, std::move(root)}});
     }
 
     void readAssignments() {
@@ -71,6 +72,7 @@ private:
     }
 
     const ImportContext* context_;
+    std::shared_ptr<TreeMemory> memory_ = std::make_shared<TreeMemory>();
     DbFileReader reader_;
     DbFileParser parser_;
     NodeFactory factory_;

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "dbimport/DeclarationTree.hpp"
 #include "dbimport/ImportLimits.hpp"
-#include "dbimport/RootNode.hpp"
 
 #include <corvane/utils/io/InputStream.hpp>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,7 +18,7 @@ class ImportContext;
 struct DataBlockRecord {
     std::string name;
     std::optional<std::uint16_t> dbNumber; ///< empty until it is known
-    std::unique_ptr<RootNode> root;
+    DeclarationTree root;
 };
 
 /// Reads a .db file: its data blocks in the order of the file, without those that have no body. A

@@ -171,6 +171,8 @@ bool DbFileParser::parseName(std::string& name, bool isTopLevel) {
     if (name.empty())
         fail(Message::emptyVariableName);
     const Keyword keyword = keywordOf(name);
+    if (keyword == Keyword::none)
+        return true;
     if (keyword == Keyword::endStruct && reader_->nextIs(';'))
         name.push_back(reader_->readCharSkipBlanks());
     else if (isKeyword(name))
@@ -203,7 +205,9 @@ void DbFileParser::parseVariableAttributes(ExternalAccess& access) {
 void DbFileParser::parseType(VariableDeclaration& declaration, bool arraysAllowed) {
     static constexpr ValueEnd kInitialValueEnd{Delimiters{";"}, Delimiters{";'"}};
     assignFolded(declaration.typeKeyword, reader_->readWordUntil(kTypeEnd));
-    const Keyword keyword = keywordOf(declaration.typeKeyword);
+    declaration.type = findType(declaration.typeKeyword);
+    const Keyword keyword =
+        declaration.type != nullptr ? Keyword::none : keywordOf(declaration.typeKeyword);
     if (keyword == Keyword::array) {
         if (!arraysAllowed)
             fail(Message::badArrayDeclaration);
@@ -213,8 +217,7 @@ void DbFileParser::parseType(VariableDeclaration& declaration, bool arraysAllowe
     ScalarShape& scalar = declaration.shape.emplace<ScalarShape>();
     if (keyword == Keyword::structure)
         return;
-    const TypeFacts* const facts = findType(declaration.typeKeyword);
-    if (facts != nullptr && facts->isText() && reader_->nextIs('['))
+    if (declaration.type != nullptr && declaration.type->isText() && reader_->nextIs('['))
         scalar.elementCount = parseTextLength();
     static_cast<void>(parseAssignment(kInitialValueEnd, true));
     if (!reader_->nextIs(';'))
@@ -274,16 +277,16 @@ void DbFileParser::parseAttributes(AttributeTable& table) {
         const std::string_view name = reader_->readWordUntil(kTargetEnd);
         if (name.empty())
             fail(Message::emptyAttributeName);
-        std::optional<std::string>* const wanted = table.find(name);
+        auto* const wanted = table.find(name);
         const auto value = parseAssignment(kAttributeEnd, false);
         if (wanted != nullptr && value)
-            assignFolded(wanted->emplace(), *value);
+            wanted->setValue(*value);
     } while (!endsAttributeBlock(reader_->readCharSkipBlanks()));
 }
 
 //    := 'a text'
 //    ^
-// The value is valid until the next one is read; there is none where none was assigned.
+// The value is valid until something more is consumed; there is none where none was assigned.
 std::optional<std::string_view> DbFileParser::parseAssignment(const ValueEnd& end, bool optional) {
     if (!reader_->nextIs(':')) {
         if (!optional)
@@ -306,13 +309,15 @@ std::string_view DbFileParser::parseValue(const ValueEnd& end) {
             fail(Message::endInsideValue);
         if (end.value.contains(*next))
             return value_;
-        if (*next == kValueQuote) {
-            value_.append(reader_->readQuotedKeepQuotes(kValueQuote));
-            continue;
-        }
-        const std::string_view piece = reader_->readWordUntil(end.piece);
-        if (isKeyword(piece))
+        const bool quoted = *next == kValueQuote;
+        const std::string_view piece =
+            quoted ? reader_->readQuotedKeepQuotes(kValueQuote) : reader_->readWordUntil(end.piece);
+        if (!quoted && isKeyword(piece))
             fail(Message::keywordInValue);
+        // Most values are one piece, which need not be put together.
+        if (const auto behind = reader_->peekChar();
+            value_.empty() && behind && end.value.contains(*behind))
+            return piece;
         value_.append(piece);
     }
 }

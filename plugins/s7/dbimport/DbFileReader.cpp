@@ -3,7 +3,10 @@
 #include "dbimport/Messages.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 namespace corvane::workbench::plugins::s7Driver {
 
@@ -30,6 +33,47 @@ bool take(utils::io::InputStream& stream, char expected) {
     return true;
 }
 
+/// The first `byte` in [begin, end), or `end`.
+const char* findByte(const char* begin, const char* end, char byte) {
+    const void* const found = std::memchr(begin, byte, static_cast<std::size_t>(end - begin));
+    return found != nullptr ? static_cast<const char*>(found) : end;
+}
+
+/// The line ending behind a line comment, or `end` if it is not soon found.
+const char* findLineEnding(const char* at, const char* end) {
+    constexpr std::ptrdiff_t kSoon = 256;
+    const char* const limit = at + std::min(kSoon, end - at);
+    const char* const found = findByte(at, findByte(at, limit, '\n'), '\r');
+    return found == limit ? end : found;
+}
+
+/// Behind the spaces at `at`, as far as they are seen at a glance.
+const char* behindIndentation(const char* at, const char* end) {
+    constexpr std::uint64_t kSpaces = 0x2020202020202020;
+    std::uint64_t bytes = 0;
+    if (static_cast<std::size_t>(end - at) < sizeof(bytes))
+        return at;
+    std::memcpy(&bytes, at, sizeof(bytes));
+    if constexpr (std::endian::native == std::endian::big)
+        bytes = std::byteswap(bytes);
+    return at + std::countr_zero(bytes ^ kSpaces) / 8;
+}
+
+/// Behind the blanks and line comments at `at`, as far as [at, end) tells what they are.
+const char* behindBlanks(const char* at, const char* end) {
+    for (;;) {
+        at = behindIndentation(at, end);
+        while (at != end && Delimiters::isBlank(*at))
+            at = behindIndentation(at + 1, end);
+        if (end - at < 2 || at[0] != '/' || at[1] != '/')
+            return at;
+        const char* const lineEnding = findLineEnding(at, end);
+        if (lineEnding == end)
+            return at;
+        at = lineEnding;
+    }
+}
+
 } // namespace
 
 void DbFileReader::skipByteOrderMark() {
@@ -39,6 +83,17 @@ void DbFileReader::skipByteOrderMark() {
 }
 
 bool DbFileReader::skipBlanksAndComments() {
+    const char* const begin = stream_->cursor();
+    const char* const end = stream_->bufferEnd();
+    const char* const next = behindBlanks(begin, end);
+    stream_->advanceTo(next);
+    const bool skipped = next != begin;
+    if (next != end && !Delimiters::mayBeginComment(*next))
+        return skipped;
+    return skipScatteredBlanks() || skipped;
+}
+
+bool DbFileReader::skipScatteredBlanks() {
     for (bool skipped = stream_->skipWhitespace();; skipped = true) {
         if (take(*stream_, '/')) {
             if (stream_->tryPeek() != '/') {
@@ -81,7 +136,7 @@ bool DbFileReader::skipBlockComment() {
     return true;
 }
 
-char DbFileReader::readChar() {
+char DbFileReader::readScatteredChar() {
     if (accumulator_.present())
         return accumulator_.take();
     if (!stream_->ensureBuffer())
@@ -145,7 +200,17 @@ std::string_view DbFileReader::readQuoted(char quote) {
     return text_;
 }
 
+// The text where it stands in the buffer, if it and what follows it are there.
 std::string_view DbFileReader::readQuotedKeepQuotes(char quote) {
+    const char* const begin = stream_->cursor();
+    const char* const end = stream_->bufferEnd();
+    if (!accumulator_.present() && begin != end && *begin == quote) {
+        const char* const found = findByte(begin + 1, end, quote);
+        if (end - found > 1) {
+            stream_->advanceTo(found + 1);
+            return {begin, found + 1};
+        }
+    }
     readChar();
     text_.assign(1, quote);
     appendUntilQuote(quote);
@@ -158,7 +223,7 @@ void DbFileReader::appendUntilQuote(char quote) {
     while (stream_->ensureBuffer()) {
         const char* const begin = stream_->cursor();
         const char* const end = stream_->bufferEnd();
-        const char* const found = std::find(begin, end, quote);
+        const char* const found = findByte(begin, end, quote);
         text_.append(begin, found);
         if (found != end) {
             stream_->advanceTo(found + 1);

@@ -16,9 +16,9 @@ namespace corvane::workbench::plugins::s7Driver {
 /// Comments are "// ..." to the end of the line and "(* ... *)", which nest. Characters are bytes;
 /// names beyond ASCII pass through as they are. The reader knows no keywords and folds no case.
 ///
-/// A text that an operation returns is valid until the next operation, a peek included. What goes
-/// wrong is thrown: std::runtime_error with a message of the importer, or whatever the stream
-/// throws.
+/// A text that an operation returns is valid until the next operation that consumes something; a
+/// peek leaves it alone. What goes wrong is thrown: std::runtime_error with a message of the
+/// importer, or whatever the stream throws.
 class DbFileReader {
 public:
     /// The stream must outlive the reader.
@@ -48,7 +48,13 @@ public:
     [[nodiscard]] bool nextIs(char expected) { return peekChar() == expected; }
 
     /// Consumes one character and nothing behind it. Fails at the end of the input.
-    char readChar();
+    char readChar() {
+        const char* const next = stream_->cursor();
+        if (accumulator_.present() || next == stream_->bufferEnd())
+            return readScatteredChar();
+        stream_->advanceTo(next + 1);
+        return *next;
+    }
 
     /// Consumes one character and the blanks behind it.
     char readCharSkipBlanks() {
@@ -89,7 +95,9 @@ private:
 
     std::optional<std::string_view> readBufferedWord(const Delimiters& delimiters);
     std::string_view readScatteredWord(const Delimiters& delimiters);
+    char readScatteredChar();
     bool skipBlanksAndComments();
+    bool skipScatteredBlanks();
     void skipLineAndBlanks();
     bool skipBlockComment();
     void appendUntilStop(const Delimiters& delimiters);

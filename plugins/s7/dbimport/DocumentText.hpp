@@ -1,5 +1,6 @@
 #pragma once
 
+#include <corvane/utils/json/Encoder.hpp>
 #include <corvane/utils/string/Utf.hpp>
 
 #include <string>

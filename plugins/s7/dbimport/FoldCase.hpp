@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,8 +21,10 @@ namespace corvane::workbench::plugins::s7Driver {
 
 /// Replaces `target` by the folded word.
 inline void assignFolded(std::string& target, std::string_view word) {
-    target.resize(word.size());
-    std::ranges::transform(word, target.begin(), foldCase);
+    target.resize_and_overwrite(word.size(), [&](char* folded, std::size_t size) {
+        std::ranges::transform(word, folded, foldCase);
+        return size;
+    });
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

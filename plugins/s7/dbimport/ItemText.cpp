@@ -5,15 +5,17 @@
 #include "dbimport/MemoryPosition.hpp"
 #include "elements/DocumentKeys.hpp"
 
+#include <corvane/utils/string/CopyText.hpp>
 #include <corvane/workbench/config/DocumentKeys.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
 
-#include <algorithm>
 #include <charconv>
 
 namespace corvane::workbench::plugins::s7Driver::itemText {
 
 namespace {
+
+using utils::string::copyText;
 
 constexpr Piece pieceOf(std::initializer_list<std::string_view> parts) {
     Piece piece;
@@ -50,8 +52,6 @@ constexpr auto kTypePieces = [] {
 /// Behind the length of a text.
 constexpr Piece kAddress = pieceOf({",\"", keys::kAddress.text(), "\":\"", kDataBlockMarker});
 
-char* copy(char* target, std::string_view text) { return std::ranges::copy(text, target).out; }
-
 char* number(char* target, std::uint64_t value) {
     constexpr std::ptrdiff_t kLongest = 20;
     return std::to_chars(target, target + kLongest, value).ptr;
@@ -80,8 +80,8 @@ std::string_view Tail::of(const model::ImportReference& command, bool writable) 
 char* write(char* target, const Item& item, const MemoryPosition& place) {
     const TypeFacts& facts = *item.facts;
     target = kHead.copyTo(target);
-    target = copy(target, item.name);
-    target = copy(target, item.indexSuffix);
+    target = copyText(target, item.name);
+    target = copyText(target, item.indexSuffix);
     target = kTypePieces[static_cast<std::size_t>(facts.type) - 1].copyTo(target);
     if (facts.isText())
         target = kAddress.copyTo(number(target, item.elementCount.value_or(kDefaultTextLength)));
@@ -90,7 +90,7 @@ char* write(char* target, const Item& item, const MemoryPosition& place) {
         *target++ = '.';
         *target++ = static_cast<char>('0' + place.bitOffset);
     }
-    return copy(target, item.tail);
+    return copyText(target, item.tail);
 }
 
 } // namespace corvane::workbench::plugins::s7Driver::itemText

@@ -36,11 +36,16 @@ inline constexpr std::array kKeywords = {
     KeywordText{Keyword::of, "of", false},
 };
 
-/// The letters with which keywords begin.
-inline constexpr std::string_view kKeywordLetters = "abdeos";
-static_assert(std::ranges::all_of(kKeywords, [](const KeywordText& row) {
-    return kKeywordLetters.contains(row.text.front());
-}));
+/// For each first letter, as a byte of the file, the lengths of the keywords that begin with it:
+/// bit n for n characters.
+inline constexpr auto kKeywordLengths = [] {
+    std::array<std::uint16_t, 256> lengths{};
+    for (const KeywordText& row : kKeywords)
+        for (unsigned letter = 0; letter != lengths.size(); ++letter)
+            if (foldCase(static_cast<char>(letter)) == row.text.front())
+                lengths[letter] |= static_cast<std::uint16_t>(1U << row.text.size());
+    return lengths;
+}();
 
 /// The attributes that are looked at; others are read and dropped. Lower case.
 inline constexpr std::string_view kOptimizedAccessAttribute = "s7_optimized_access";
@@ -50,21 +55,28 @@ inline constexpr std::string_view kWritableAttribute = "externalwritable";
 /// The keyword that `word` is, or none. A word that begins with "data_block" and a double quote is
 /// a header whose quoted name follows without a blank, and so counts as that keyword.
 [[nodiscard]] constexpr Keyword keywordOf(std::string_view word) {
-    // Few words begin like a keyword, and every word of a file is asked.
-    if (word.empty() || !kKeywordLetters.contains(foldCase(word.front())))
+    if (word.empty())
+        return Keyword::none;
+    constexpr std::string_view kDataBlock = kKeywords.front().text;
+    const bool glued = word.size() > kDataBlock.size() && word[kDataBlock.size()] == '"';
+    if (glued)
+        word = word.substr(0, kDataBlock.size());
+    // Every word of a file is asked, and few have a keyword's first letter and its length.
+    const unsigned lengths = kKeywordLengths[static_cast<unsigned char>(word.front())];
+    constexpr std::size_t kLongest = 15;
+    if (word.size() > kLongest || (lengths >> word.size() & 1U) == 0)
         return Keyword::none;
     for (const KeywordText& row : kKeywords)
         if (equalsFolded(word, row.text))
-            return row.keyword;
-    constexpr std::string_view kDataBlock = kKeywords.front().text;
-    const bool glued = word.size() > kDataBlock.size() && word[kDataBlock.size()] == '"' &&
-                       equalsFolded(word.substr(0, kDataBlock.size()), kDataBlock);
-    return glued ? Keyword::dataBlock : Keyword::none;
+            return glued && row.keyword != Keyword::dataBlock ? Keyword::none : row.keyword;
+    return Keyword::none;
 }
 
 /// Whether `word` is a reserved keyword.
 [[nodiscard]] constexpr bool isKeyword(std::string_view word) {
     const Keyword keyword = keywordOf(word);
+    if (keyword == Keyword::none)
+        return false;
     for (const KeywordText& row : kKeywords)
         if (row.keyword == keyword)
             return row.reserved;

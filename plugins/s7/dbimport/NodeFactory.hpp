@@ -2,20 +2,24 @@
 
 #include "dbimport/ImportLimits.hpp"
 
+#include <string_view>
+
 namespace corvane::workbench::plugins::s7Driver {
 
 class DataBlockNode;
 class DbFileParser;
 class ImportContext;
 class StructNode;
+class TreeMemory;
 struct ExternalAccess;
 struct VariableDeclaration;
 
 /// Builds the tree of a data block out of what the parser reads.
 class NodeFactory {
 public:
-    /// Parser and context must outlive the factory and the context the nodes.
-    NodeFactory(DbFileParser& parser, const ImportContext& context, const ImportLimits& limits);
+    /// Parser, context and memory must outlive the factory, and the last two the nodes.
+    NodeFactory(DbFileParser& parser, const ImportContext& context, const ImportLimits& limits,
+                TreeMemory& memory);
 
     /// Reads the members of a structure into `node`, up to its end. The body of the data block is
     /// the top level.
@@ -26,15 +30,15 @@ public:
     void createNode(VariableDeclaration& declaration, DataBlockNode& parent);
 
 private:
-    void createStruct(VariableDeclaration& declaration, ExternalAccess access,
-                      DataBlockNode& parent);
-    void createArray(VariableDeclaration& declaration, ExternalAccess access,
+    void createStruct(std::string_view name, ExternalAccess access, DataBlockNode& parent);
+    void createArray(VariableDeclaration& declaration, std::string_view name, ExternalAccess access,
                      DataBlockNode& parent);
-    void createScalar(VariableDeclaration& declaration, ExternalAccess access,
-                      DataBlockNode& parent);
+    void createScalar(const VariableDeclaration& declaration, std::string_view name,
+                      ExternalAccess access, DataBlockNode& parent);
 
     DbFileParser* parser_;
     const ImportContext* context_;
+    TreeMemory* memory_;
     unsigned maximumLevels_;
     unsigned level_ = 0; // of structs around the declaration that is read
 };

@@ -1,10 +1,8 @@
 #include "dbimport/RootNode.hpp"
 
-#include <utility>
-
 namespace corvane::workbench::plugins::s7Driver {
 
-RootNode::RootNode(std::string name) : DataBlockNode(std::move(name), ExternalAccess{}) {}
+RootNode::RootNode(std::string_view name) : DataBlockNode(name, ExternalAccess{}) {}
 
 void RootNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                              ElementPath& path) {
@@ -13,7 +11,7 @@ void RootNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPos
 
 double RootNode::documentSize(std::size_t) const {
     constexpr double kBrackets = 80; // and the keys, and a number
-    return kBrackets + static_cast<double>(name().size()) + childrenDocumentSize();
+    return kBrackets + static_cast<double>(nameView().size()) + childrenDocumentSize();
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

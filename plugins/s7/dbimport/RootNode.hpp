@@ -7,7 +7,7 @@ namespace corvane::workbench::plugins::s7Driver {
 /// A data block. Its only child is the transparent StructNode that holds its body.
 class RootNode final : public DataBlockNode {
 public:
-    explicit RootNode(std::string name);
+    explicit RootNode(std::string_view name);
 
     void writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                        ElementPath& path) override;

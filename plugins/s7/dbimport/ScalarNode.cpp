@@ -9,11 +9,10 @@
 #include "dbimport/Messages.hpp"
 #include "elements/DocumentKeys.hpp"
 
+#include <corvane/utils/string/CopyText.hpp>
 #include <corvane/workbench/config/DocumentKeys.hpp>
 
-#include <algorithm>
 #include <charconv>
-#include <utility>
 
 namespace corvane::workbench::plugins::s7Driver {
 
@@ -33,19 +32,27 @@ const model::ImportReference& commandOf(const ImportContext& context, ElementPat
 
 } // namespace
 
-ScalarNode::ScalarNode(std::string name, ExternalAccess access, std::string_view typeKeyword,
+static_assert(sizeof(ScalarNode) <= 64, "a large import consists of them");
+
+ScalarNode::ScalarNode(std::string_view name, ExternalAccess access, const TypeFacts& type,
                        std::optional<std::uint64_t> elementCount,
                        const ImportContext& importContext)
-    : DataBlockNode(std::move(name), access),
-      facts_(&typeOf(typeKeyword)),
-      elementCount_(elementCount),
-      importContext_(&importContext),
-      plainName_(utils::json::encoder::isPlain(this->name())) {
-    if (elementCount_ && !facts_->isText())
+    : DataBlockNode(name, access),
+      hasElementCount_(elementCount.has_value()),
+      plainName_(utils::json::encoder::isPlain(name)),
+      facts_(&type),
+      elementCount_(elementCount.value_or(0)),
+      importContext_(&importContext) {
+    if (hasElementCount_ && !type.isText())
         fail(Message::countOnScalar);
 }
 
-void ScalarNode::addChild(std::unique_ptr<DataBlockNode> child) {
+ScalarNode::ScalarNode(std::string_view name, ExternalAccess access, std::string_view typeKeyword,
+                       std::optional<std::uint64_t> elementCount,
+                       const ImportContext& importContext)
+    : ScalarNode(name, access, typeOf(typeKeyword), elementCount, importContext) {}
+
+void ScalarNode::addChild(NodeOwner<DataBlockNode> child) {
     child.reset();
     fail(Message::childOfScalar);
 }
@@ -55,10 +62,10 @@ void ScalarNode::writeElements(utils::json::encoder::Array& targetArray, MemoryP
     path.budget().spend();
     if (!access().externalAccessible)
         return;
-    const MemoryPosition place = placeScalar(*facts_, elementCount_, position);
+    const MemoryPosition place = placeScalar(*facts_, elementCount(), position);
     if (!facts_->producesItem)
         return;
-    const auto& command = commandOf(*importContext_, path, name());
+    const auto& command = commandOf(*importContext_, path, nameView());
     if (!copyItem(targetArray, place, path, command))
         encodeItem(targetArray, place, path, command);
 }
@@ -68,12 +75,12 @@ bool ScalarNode::copyItem(utils::json::encoder::Array& targetArray, const Memory
                           ElementPath& path, const model::ImportReference& command) const {
     const auto tail = path.itemTail().of(command, access().externalWritable);
     const std::size_t size =
-        itemText::kLargestItem + name().size() + path.indexSuffix().size() + tail.size();
+        itemText::kLargestItem + nameView().size() + path.indexSuffix().size() + tail.size();
     if (!plainName_ || tail.empty() || size > utils::io::OutputStream::kMaxReserve)
         return false;
     char* const target = targetArray.reserveEntry(size);
-    targetArray.commitEntry(
-        itemText::write(target, {name(), path.indexSuffix(), facts_, elementCount_, tail}, place));
+    targetArray.commitEntry(itemText::write(
+        target, {nameView(), path.indexSuffix(), facts_, elementCount(), tail}, place));
     return true;
 }
 
@@ -81,10 +88,10 @@ void ScalarNode::encodeItem(utils::json::encoder::Array& targetArray, const Memo
                             ElementPath& path, const model::ImportReference& command) const {
     auto entry = targetArray.addObject();
     auto item = entry.addObject(documentKeys::kItem);
-    item.addStringView(config::kNameKey, path.indexedName(name()));
+    item.addStringView(config::kNameKey, path.indexedName(nameView()));
     item.addStringView(keys::kDataType, facts_->name);
     if (facts_->isText())
-        item.addNumber(keys::kStringSize, elementCount_.value_or(kDefaultTextLength));
+        item.addNumber(keys::kStringSize, elementCount().value_or(kDefaultTextLength));
     item.addStringView(keys::kAddress, AddressText(place, facts_->alignment).view());
     item.add(keys::kWritable, access().externalWritable);
     command.saveTo(item, keys::kCommand);
@@ -96,13 +103,13 @@ double ScalarNode::documentSize(std::size_t indexSize) const {
     constexpr std::size_t kTextSize = 17;
     if (!access().externalAccessible || !facts_->producesItem)
         return 0;
-    return static_cast<double>(kBrackets + kNumbers + name().size() + indexSize +
+    return static_cast<double>(kBrackets + kNumbers + nameView().size() + indexSize +
                                facts_->name.size() + (facts_->isText() ? kTextSize : 0) +
                                importContext_->defaultCommand().text().size());
 }
 
 AddressText::AddressText(const MemoryPosition& place, Alignment alignment)
-    : text_(), end_(std::ranges::copy(kDataBlockMarker, text_.data()).out) {
+    : text_(), end_(utils::string::copyText(text_.data(), kDataBlockMarker)) {
     char* const limit = text_.data() + text_.size();
     end_ = std::to_chars(end_, limit, place.byteOffset).ptr;
     if (alignment != Alignment::bit)

@@ -17,19 +17,25 @@ class ImportContext;
 /// A variable of a type that is not made of others; a leaf of the tree.
 class ScalarNode final : public DataBlockNode {
 public:
-    /// Throws std::runtime_error when `typeKeyword` (lower case) names no type, and when a type
-    /// that is no text has an element count. The context must outlive the node.
-    ScalarNode(std::string name, ExternalAccess access, std::string_view typeKeyword,
+    /// Throws std::runtime_error when a type that is no text has an element count. The context must
+    /// outlive the node.
+    ScalarNode(std::string_view name, ExternalAccess access, const TypeFacts& type,
+               std::optional<std::uint64_t> elementCount, const ImportContext& importContext);
+
+    /// Throws std::runtime_error as well when `typeKeyword` (lower case) names no type.
+    ScalarNode(std::string_view name, ExternalAccess access, std::string_view typeKeyword,
                std::optional<std::uint64_t> elementCount, const ImportContext& importContext);
 
     [[nodiscard]] S7DataType type() const { return facts_->type; }
     [[nodiscard]] const TypeFacts& typeFacts() const { return *facts_; }
 
     /// The declared length of a text, in characters; empty where none is declared.
-    [[nodiscard]] std::optional<std::uint64_t> elementCount() const { return elementCount_; }
+    [[nodiscard]] std::optional<std::uint64_t> elementCount() const {
+        return hasElementCount_ ? std::optional(elementCount_) : std::nullopt;
+    }
 
     /// Throws std::runtime_error; the child is destroyed.
-    void addChild(std::unique_ptr<DataBlockNode> child) override;
+    void addChild(NodeOwner<DataBlockNode> child) override;
 
     /// A type that becomes no item (S5Time, Date_And_Time, DTL) takes its memory and writes
     /// nothing.
@@ -44,10 +50,12 @@ private:
     void encodeItem(utils::json::encoder::Array& targetArray, const MemoryPosition& place,
                     ElementPath& path, const model::ImportReference& command) const;
 
-    const TypeFacts* facts_;
-    std::optional<std::uint64_t> elementCount_;
-    const ImportContext* importContext_;
+    // The count and whether there is one, apart: so a node fits into 64 bytes.
+    bool hasElementCount_;
     bool plainName_; // stands in a document as it is
+    const TypeFacts* facts_;
+    std::uint64_t elementCount_;
+    const ImportContext* importContext_;
 };
 
 /// The text of an address, kept in place.

@@ -6,12 +6,10 @@
 
 #include <corvane/workbench/config/DocumentKeys.hpp>
 
-#include <utility>
-
 namespace corvane::workbench::plugins::s7Driver {
 
-StructNode::StructNode(std::string name, ExternalAccess access, bool transparent)
-    : DataBlockNode(std::move(name), access), transparent_(transparent) {}
+StructNode::StructNode(std::string_view name, ExternalAccess access, bool transparent)
+    : DataBlockNode(name, access), transparent_(transparent) {}
 
 void StructNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                                ElementPath& path) {
@@ -25,9 +23,9 @@ void StructNode::writeElements(utils::json::encoder::Array& targetArray, MemoryP
     }
     auto entry = targetArray.addObject();
     auto element = entry.addObject(documentKeys::kStruct);
-    element.addStringView(config::kNameKey, path.indexedName(name()));
+    element.addStringView(config::kNameKey, path.indexedName(nameView()));
     auto members = element.addArray(config::kChildrenKey);
-    const ElementPath::Level level(path, name());
+    const ElementPath::Level level(path, nameView());
     writeMembers(members, position, path);
 }
 
@@ -35,7 +33,7 @@ double StructNode::documentSize(std::size_t indexSize) const {
     constexpr double kBrackets = 50; // and the keys
     if (!access().externalAccessible)
         return 0;
-    return kBrackets + static_cast<double>(name().size() + indexSize) + childrenDocumentSize();
+    return kBrackets + static_cast<double>(nameView().size() + indexSize) + childrenDocumentSize();
 }
 
 void StructNode::writeMembers(utils::json::encoder::Array& targetArray, MemoryPosition& position,

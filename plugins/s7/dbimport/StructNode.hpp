@@ -9,7 +9,7 @@ class StructNode final : public DataBlockNode {
 public:
     /// A transparent struct, the body of a data block, is no element of its own: its members are
     /// written in its place.
-    StructNode(std::string name, ExternalAccess access, bool transparent);
+    StructNode(std::string_view name, ExternalAccess access, bool transparent);
 
     [[nodiscard]] bool transparent() const { return transparent_; }
 

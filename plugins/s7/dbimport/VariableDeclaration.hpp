@@ -8,6 +8,8 @@
 
 namespace corvane::workbench::plugins::s7Driver {
 
+struct TypeFacts;
+
 /// Who outside the PLC may do what with a variable.
 struct ExternalAccess {
     bool externalAccessible = true;
@@ -40,6 +42,8 @@ struct ArrayShape {
 struct VariableDeclaration {
     std::string name;        ///< the bytes of the file, without quotes
     std::string typeKeyword; ///< lower case
+    /// What the keyword stands for; null for struct, array and a word that is no type.
+    const TypeFacts* type = nullptr;
     ExternalAccess access;
     std::variant<ScalarShape, ArrayShape> shape;
 };

@@ -16,7 +16,6 @@
 namespace corvane::workbench::plugins::s7Driver {
 
 using bindings::PropertyId;
-using utils::string::detail::utf8ToUtf16;
 
 void Item::configureProperties(bindings::PropertyConfigurationContext& context) {
     context.property(*this, stringSize).visibleWhen<&Item::hasStringSize>();
@@ -51,6 +50,13 @@ const model::Attribute& Item::valueAttribute() const {
 std::optional<utils::core::Uuid> Item::importId() const {
     return utils::core::Uuid::createVersion5(kItemNamespace,
                                              utils::string::detail::utf16ToUtf8(effectiveAddress));
+}
+
+// The identity is made of the effective address alone, so that equal ones need not be hashed.
+bool Item::hasImportIdOf(const skill::Element& other) const {
+    const auto* const item = other.as<Item>();
+    return (item != nullptr && item->effectiveAddress == effectiveAddress) ||
+           skill::Element::hasImportIdOf(other);
 }
 
 void Item::importMerge(const skill::Element& existing) {
@@ -91,10 +97,9 @@ bool Item::hasStringSize() const { return isStringType(dataType); }
 void Item::updateEffectiveAddress() {
     if (!dbNumber)
         return;
-    effectiveAddress =
-        i18n::fill(translated("{}{}{}{}"),
-                   {u"DB", utf8ToUtf16(utils::numeric::detail::formatNumber(*dbNumber).view()),
-                    u".", utf8ToUtf16(address)});
+    const auto number = utils::numeric::detail::formatNumber(*dbNumber);
+    i18n::fillTranslated(effectiveAddress, kTextContext, "{}{}{}{}",
+                         {"DB", number.view(), ".", address});
     publish(PropertyId(effectiveAddress));
 }
 

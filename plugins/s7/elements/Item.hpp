@@ -43,6 +43,7 @@ public:
     /// Made from the effective address: members of a block are the same where their addresses are,
     /// whatever their names. All standalone items have one identity, that of the empty text.
     [[nodiscard]] std::optional<utils::core::Uuid> importId() const override;
+    [[nodiscard]] bool hasImportIdOf(const skill::Element& other) const override;
     /// Takes over the existing item's command.
     void importMerge(const skill::Element& existing) override;
     [[nodiscard]] bool preserveExistingNameOnImport() const override { return true; }

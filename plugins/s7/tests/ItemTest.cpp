@@ -72,6 +72,27 @@ struct Items {
 
 std::string identityOf(const Item& item) { return item.importId().value().toString(); }
 
+TEST(Item, KnowsWhoHasItsIdentityWithoutHashing) {
+    const Items tree("DBX0.0");
+    Item twin;
+    Item other;
+    Item malformed;
+    Item otherMalformed;
+    twin.effectiveAddress = tree.member.effectiveAddress;
+    other.effectiveAddress = u"DB5.DBX0.1";
+    malformed.effectiveAddress = u"\xd800"; // both halves become U+FFFD in the identity
+    otherMalformed.effectiveAddress = u"\xdc00";
+    const std::initializer_list<const Item*> items = {&tree.member, &tree.standalone, &twin, &other,
+                                                      &malformed,   &otherMalformed};
+    for (const Item* const a : items)
+        for (const Item* const b : items)
+            EXPECT_EQ(a->hasImportIdOf(*b), identityOf(*a) == identityOf(*b));
+    EXPECT_TRUE(twin.hasImportIdOf(tree.member));
+    EXPECT_TRUE(malformed.hasImportIdOf(otherMalformed));
+    EXPECT_FALSE(twin.hasImportIdOf(other));
+    EXPECT_FALSE(tree.member.hasImportIdOf(tree.structure));
+}
+
 TEST(Item, BeginsWithItsDefaults) {
     const Item item;
     EXPECT_EQ(item.dataType, "Byte");

@@ -2,6 +2,9 @@
 
 #include <corvane/utils/string/Utf.hpp>
 
+#include <algorithm>
+#include <array>
+
 namespace corvane::workbench::i18n {
 
 namespace {
@@ -9,6 +12,34 @@ namespace {
 Translator& translator() {
     static Translator installed;
     return installed;
+}
+
+void append(std::u16string& target, std::u16string_view text) { target.append(text); }
+
+void append(std::u16string& target, std::string_view utf8) {
+    if (!utf8.empty())
+        utils::string::detail::appendUtf16(target, utf8);
+}
+
+/// Appends the format with its placeholders replaced; either may be UTF-16 or UTF-8.
+template <class Format, class Argument>
+void append(std::u16string& target, Format format, std::initializer_list<Argument> arguments) {
+    using Char = typename Format::value_type;
+    constexpr std::array<Char, 2> kPlaceholder{'{', '}'};
+    // Just enough where each argument has its placeholder.
+    std::size_t size = format.size() - std::min(format.size(), 2 * arguments.size());
+    for (const auto argument : arguments)
+        size += argument.size();
+    target.reserve(size);
+    for (const auto argument : arguments) {
+        const auto placeholder = std::ranges::search(format, kPlaceholder);
+        if (placeholder.empty())
+            break;
+        append(target, Format(format.begin(), placeholder.begin()));
+        append(target, argument);
+        format = Format(placeholder.end(), format.end());
+    }
+    append(target, format);
 }
 
 } // namespace
@@ -25,19 +56,17 @@ void setTranslator(Translator newTranslator) { translator() = std::move(newTrans
 std::u16string fill(std::u16string_view format,
                     std::initializer_list<std::u16string_view> arguments) {
     std::u16string filled;
-    std::size_t size = format.size();
-    for (const auto argument : arguments)
-        size += argument.size();
-    filled.reserve(size);
-    for (const auto argument : arguments) {
-        const auto placeholder = format.find(u"{}");
-        if (placeholder == std::u16string_view::npos)
-            break;
-        filled.append(format.substr(0, placeholder)).append(argument);
-        format.remove_prefix(placeholder + 2);
-    }
-    filled.append(format);
+    append(filled, format, arguments);
     return filled;
+}
+
+void fillTranslated(std::u16string& target, std::string_view context, std::string_view text,
+                    std::initializer_list<std::string_view> arguments) {
+    target.clear();
+    if (translator())
+        append(target, std::u16string_view(translate(context, text)), arguments);
+    else
+        append(target, text, arguments);
 }
 
 } // namespace corvane::workbench::i18n

@@ -46,6 +46,11 @@ std::unique_ptr<Binding> Element::createBinding() {
 
 std::optional<utils::core::Uuid> Element::importId() const { return std::nullopt; }
 
+bool Element::hasImportIdOf(const Element& other) const {
+    const auto id = importId();
+    return id && id == other.importId();
+}
+
 void Element::importMerge(const Element&) {}
 
 bool Element::preserveExistingNameOnImport() const { return false; }

@@ -1,5 +1,6 @@
 #include <corvane/utils/json/Encoder.hpp>
 
+#include <corvane/utils/string/CopyText.hpp>
 #include <corvane/utils/string/Utf.hpp>
 
 #include "../string/Word.hpp"
@@ -118,8 +119,6 @@ void writeEscaped(OutputStream& stream, std::string_view utf8) {
     stream.put('"');
 }
 
-char* append(char* target, std::string_view text) { return std::ranges::copy(text, target).out; }
-
 } // namespace
 
 void Writer::open(char bracket) {
@@ -148,11 +147,12 @@ void Writer::beginMember(Key key, bool first) {
         stream_->write(colon);
         return;
     }
-    char* target = append(stream_->reserve(key.text().size() + kPunctuation), separator);
+    char* target = stream_->reserve(key.text().size() + kPunctuation);
+    target = string::copyText(target, separator);
     *target++ = '"';
-    target = append(target, key.text());
+    target = string::copyText(target, key.text());
     *target++ = '"';
-    stream_->commit(append(target, colon));
+    stream_->commit(string::copyText(target, colon));
 }
 
 void Writer::beginEntry(bool first) {
@@ -198,8 +198,13 @@ Scope::~Scope() noexcept(false) {
 } // namespace detail
 
 bool isPlain(std::string_view text) {
-    return std::ranges::all_of(
-        text, [](char c) { return detail::isPlain(static_cast<unsigned char>(c)); });
+    const char* from = text.data();
+    std::size_t left = text.size();
+    for (; left >= string::word::kSize; left -= string::word::kSize, from += string::word::kSize)
+        if (!detail::hasPlainOnly(string::word::load(from)))
+            return false;
+    return std::all_of(from, from + left,
+                       [](char c) { return detail::isPlain(static_cast<unsigned char>(c)); });
 }
 
 } // namespace corvane::utils::json::encoder

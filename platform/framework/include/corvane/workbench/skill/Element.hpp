@@ -78,6 +78,10 @@ public:
     /// Whether an element that this one replaces in an import leaves it its name; false by default.
     [[nodiscard]] virtual bool preserveExistingNameOnImport() const;
 
+    /// Whether both have an `importId` and it is the same. To be overridden where that can be told
+    /// for less than the two identities cost; it must not say anything else than they do.
+    [[nodiscard]] virtual bool hasImportIdOf(const Element& other) const;
+
     /// The place in the tree; null for an element that has none, such as a fresh clone.
     [[nodiscard]] model::Element* modelElement() { return modelElement_; }
     [[nodiscard]] const model::Element* modelElement() const { return modelElement_; }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <corvane/utils/Export.hpp>
+#include <corvane/utils/string/CopyText.hpp>
 
-#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -26,7 +26,7 @@ public:
             writeBlock(bytes);
             return;
         }
-        cursor_ = std::ranges::copy(bytes, cursor_).out;
+        cursor_ = string::copyText(cursor_, bytes);
     }
 
     void put(char byte) {
