@@ -185,6 +185,11 @@ bool FormPanel::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
     }
+    // A form that is scrolled must not change the values that pass under the pointer.
+    if (event->type() == QEvent::Wheel && !static_cast<QWidget*>(watched)->hasFocus()) {
+        event->ignore();
+        return true;
+    }
     if (event->type() == QEvent::FocusIn) {
         visit_ = ProjectSession::newVisit();
         for (const FormRow* const row : rows_)

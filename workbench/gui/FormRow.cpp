@@ -40,6 +40,7 @@ FormRow::FormRow(ui::Control& control, QWidget* parent)
         widget.setFixedWidth(preferredWidth(control));
     error_->setTextFormat(Qt::PlainText);
     error_->setWordWrap(true);
+    error_->setForegroundRole(kErrorRole);
     error_->setObjectName(widget.objectName() + QStringLiteral(" error"));
     picture_->setPixmap(icon("error").pixmap(kErrorPicture));
     picture_->setAlignment(Qt::AlignTop);
@@ -64,9 +65,6 @@ void FormRow::refresh() {
 }
 
 void FormRow::showError(const QString& error) {
-    auto colours = error_->palette();
-    colours.setColor(QPalette::WindowText, errorColour(window()->palette()));
-    error_->setPalette(colours);
     error_->setText(error);
     error_->setVisible(!error.isEmpty());
     picture_->setVisible(!error.isEmpty());

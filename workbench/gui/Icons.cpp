@@ -12,7 +12,7 @@ namespace corvane::workbench::gui {
 
 namespace {
 
-// Each is drawn in "@", the class's colour, on a field of 24 by 24.
+// Each is drawn in "@" on a field of 24 by 24.
 constexpr std::string_view kTopShape =
     R"(<rect x="2" y="2" width="20" height="20" rx="3" fill="@"/>)"
     R"(<path d="M6 0v3M12 0v3M18 0v3M6 21v3M12 21v3M18 21v3" stroke="@" stroke-width="2"/>)";
@@ -42,8 +42,11 @@ QIcon icon(std::string_view name) {
 
 QIcon ClassIcons::of(const skill::Element::Class& elementClass) {
     auto& known = icons_[&elementClass];
+    const auto* const colour = colourOf(elementClass.classCode());
     if (known.isNull())
-        known = QIcon(new SvgIconEngine(toQt(elementClass.uuid().toString()), draw(elementClass)));
+        known = QIcon(new SvgIconEngine(toQt(elementClass.uuid().toString()),
+                                        draw(elementClass, colour, "white"),
+                                        draw(elementClass, "white", colour)));
     return known;
 }
 
@@ -60,20 +63,21 @@ std::string_view ClassIcons::shapeOf(const skill::Element::Class& elementClass) 
     return kLeafShape;
 }
 
-QByteArray ClassIcons::draw(const skill::Element::Class& elementClass) const {
+QByteArray ClassIcons::draw(const skill::Element::Class& elementClass, const char* colour,
+                            const char* letterColour) const {
     const auto shortName = toQt(elementClass.shortName());
     // More than two letters cannot be read at the size of a line.
     const auto letters = shortName.size() <= 2 ? shortName : shortName.left(1);
     const auto shape = shapeOf(elementClass);
     auto drawn = QByteArray(shape.data(), static_cast<qsizetype>(shape.size()));
-    drawn.replace("@", colourOf(elementClass.classCode()));
+    drawn.replace("@", colour);
     return QByteArrayLiteral(R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 24 24">)") +
            drawn +
            QStringLiteral(R"(<text x="12" y="%1" text-anchor="middle" font-family="sans-serif" )"
-                          R"(font-weight="bold" font-size="%2" fill="white">%3</text></svg>)")
+                          R"(font-weight="bold" font-size="%2" fill="%4">%3</text></svg>)")
                .arg(shape == kHolderShape ? 18 : 17)
                .arg(letters.size() == 1 ? 14 : 12)
-               .arg(letters.toUpper().toHtmlEscaped())
+               .arg(letters.toUpper().toHtmlEscaped(), QLatin1String(letterColour))
                .toUtf8();
 }
 

@@ -15,7 +15,8 @@ namespace corvane::workbench::gui {
 
 /// Pictures of element classes. Plug-ins bring none, so each is drawn from what the class tells of
 /// itself: its shape says what stands at the top, what holds others and what does not; its colour
-/// follows the class code, and the letters on it the short name.
+/// follows the class code, and the letters on it the short name. Where its line is selected, colour
+/// and letters change places.
 class ClassIcons {
 public:
     explicit ClassIcons(const core::PluginHost& plugins) : plugins_(&plugins) {}
@@ -23,7 +24,8 @@ public:
     [[nodiscard]] QIcon of(const skill::Element::Class& elementClass);
 
 private:
-    [[nodiscard]] QByteArray draw(const skill::Element::Class& elementClass) const;
+    [[nodiscard]] QByteArray draw(const skill::Element::Class& elementClass, const char* colour,
+                                  const char* letterColour) const;
     [[nodiscard]] std::string_view shapeOf(const skill::Element::Class& elementClass) const;
 
     const core::PluginHost* plugins_;

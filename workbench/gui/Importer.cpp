@@ -26,6 +26,23 @@ std::size_t totalBytes(const ui::ImportedDocument& document) {
     return sum;
 }
 
+/// A form of an element outside the user's project.
+struct Aside {
+    explicit Aside(const core::PluginHost& plugins) : project(plugins) {}
+
+    core::Project project;
+    std::optional<core::OpenForm> form;
+};
+
+const core::LoadedClass* loadedClass(const core::PluginHost& plugins,
+                                     const skill::Element::Class& elementClass) {
+    for (const auto& skill : plugins.skills())
+        for (const auto& entry : skill.classes)
+            if (entry.elementClass == &elementClass)
+                return &entry;
+    return nullptr;
+}
+
 } // namespace
 
 std::string extensionOf(const QString& file) {
@@ -46,7 +63,7 @@ void Importer::chooseAndImport(model::Element& target, const QString& title,
         return;
     const auto file = dialogs_->chooseFileToImport(window_, title, extension);
     if (!file.isEmpty())
-        importInto(target, file, false);
+        importInto(target, file);
 }
 
 void Importer::importFile(const QString& file, model::Element* preferred) {
@@ -55,15 +72,13 @@ void Importer::importFile(const QString& file, model::Element* preferred) {
     const auto extension = extensionOf(file);
     for (auto* element = preferred; element != nullptr; element = element->parentElement())
         if (canImport(*element, extension)) {
-            importInto(*element, file, false);
+            importInto(*element, file);
             return;
         }
-    if (core::importTargets(session_->project(), extension).empty()) {
-        if (auto* const target = newTarget(extension))
-            importInto(*target, file, true);
-    } else if (auto* const target = chooseTarget(extension)) {
-        importInto(*target, file, false);
-    }
+    if (core::importTargets(session_->project(), extension).empty())
+        importIntoNew(file, extension);
+    else if (auto* const target = chooseTarget(extension))
+        importInto(*target, file);
 }
 
 model::Element* Importer::chooseTarget(const std::string& extension) {
@@ -79,76 +94,80 @@ model::Element* Importer::chooseTarget(const std::string& extension) {
     return found < 0 ? nullptr : targets[static_cast<std::size_t>(found)];
 }
 
-// Only an element can say whether it imports such files, so one of each class is tried.
-model::Element* Importer::newTarget(const std::string& extension) {
-    for (const auto& skill : session_->plugins().skills())
-        for (const auto& entry : skill.classes) {
-            if (!entry.topLevel)
-                continue;
-            auto* const element = session_->add(session_->root(), entry);
-            if (element == nullptr)
-                continue;
-            if (canImport(*element, extension))
-                return element;
-            session_->undo();
-        }
-    notices_->showNotice(NoticeBar::Kind::error,
-                         translated(kContext, "No loaded plug-in imports “{}” files.",
-                                    {toQt(std::string_view(extension))}));
-    return nullptr;
+// Only an element can read the file. One in a project aside does, so that a file that cannot be
+// read leaves neither an element nor a step of history.
+void Importer::importIntoNew(const QString& file, const std::string& extension) {
+    auto aside = std::make_shared<Aside>(session_->plugins());
+    auto* const reader = core::addImportTarget(aside->project, extension);
+    if (reader == nullptr) {
+        fail(translated(kContext, "No loaded plug-in imports “{}” files.",
+                        {toQt(std::string_view(extension))}));
+        return;
+    }
+    auto& button = *aside->form.emplace(*reader).importButton(extension);
+    const auto* const newClass = loadedClass(session_->plugins(), reader->elementClass());
+    read(button, file, [this, aside, newClass, file](ui::ImportedDocument document) {
+        if (auto* const target = session_->add(session_->root(), *newClass))
+            merge(*target, file, std::move(document), true);
+    });
 }
 
-void Importer::importInto(model::Element& target, const QString& file, bool targetIsNew) {
+void Importer::importInto(model::Element& target, const QString& file) {
     auto form = std::make_shared<core::OpenForm>(target);
     auto* const button = form->importButton(extensionOf(file));
     if (button == nullptr) {
         fail(translated(kContext, "{} does not import such files.",
-                        {toQt(std::string_view(target.path()))}),
-             targetIsNew);
+                        {toQt(std::string_view(target.path()))}));
         return;
     }
+    read(*button, file, [this, form, &target, file](ui::ImportedDocument document) {
+        merge(target, file, std::move(document), false);
+    });
+}
+
+// `then` keeps alive what the button belongs to.
+void Importer::read(ui::PushButton& button, const QString& file, Then then) {
     using Answer = std::expected<ui::ImportedDocument, std::u16string>;
     auto answer = std::make_shared<std::optional<Answer>>();
     session_->runner().run(
         translated(kContext, "Importing {}", {QFileInfo(file).fileName()}),
-        [form = std::move(form), button, answer, path = std::filesystem::path(toUtf8(file))] {
-            *answer = button->press(path);
+        [&button, answer, path = std::filesystem::path(toUtf8(file))] {
+            *answer = button.press(path);
         },
-        [this, &target, file, answer, targetIsNew](const std::exception_ptr& failure) {
+        [this, answer, then = std::move(then)](const std::exception_ptr& failure) {
             if (failure)
-                fail(messageOf(failure), targetIsNew);
+                fail(messageOf(failure));
             else if (!**answer)
-                fail(toQt((*answer)->error()), targetIsNew);
+                fail(toQt((*answer)->error()));
             else
-                merge(target, file, std::move((**answer)->text), totalBytes(***answer),
-                      targetIsNew);
+                then(std::move(***answer));
         });
 }
 
-void Importer::merge(model::Element& target, const QString& file, std::string document,
-                     std::size_t bytes, bool targetIsNew) {
+void Importer::merge(model::Element& target, const QString& file, ui::ImportedDocument document,
+                     bool targetIsNew) {
+    const auto bytes = totalBytes(document);
     session_->import(
-        target, std::move(document),
+        target, std::move(document.text),
         [this, &target, file, bytes, targetIsNew](const ProjectSession::ImportResult& result) {
             if (!result) {
-                fail(result.error(), targetIsNew);
+                if (targetIsNew)
+                    session_->undo();
+                fail(result.error());
                 return;
             }
             notices_->showNotice(
                 NoticeBar::Kind::information,
                 translated(
-                    kContext,
-                    "Imported {} into {}: {} elements added, {} updated; {} bytes of memory.",
+                    kContext, "Imported {} into {}: {}, {} updated; {}.",
                     {QFileInfo(file).fileName(), toQt(std::string_view(target.path())),
-                     formatted(result->added), formatted(result->replaced), formatted(bytes)}));
+                     counted(kContext, "1 element added", "{} elements added", result->added),
+                     formatted(result->replaced),
+                     counted(kContext, "1 byte of memory", "{} bytes of memory", bytes)}));
             emit imported(result->top);
         });
 }
 
-void Importer::fail(const QString& reason, bool targetIsNew) {
-    if (targetIsNew)
-        session_->undo();
-    notices_->showNotice(NoticeBar::Kind::error, reason);
-}
+void Importer::fail(const QString& reason) { notices_->showNotice(NoticeBar::Kind::error, reason); }
 
 } // namespace corvane::workbench::gui

@@ -4,7 +4,11 @@
 #include "workbench/gui/NoticeBar.hpp"
 #include "workbench/gui/ProjectSession.hpp"
 
+#include <corvane/workbench/ui/PushButton.hpp>
+
 #include <QString>
+
+#include <functional>
 
 namespace corvane::workbench::gui {
 
@@ -29,12 +33,15 @@ signals:
     void imported(const std::vector<model::Element*>& elements);
 
 private:
-    void importInto(model::Element& target, const QString& file, bool targetIsNew);
-    void merge(model::Element& target, const QString& file, std::string document, std::size_t bytes,
+    using Then = std::function<void(ui::ImportedDocument)>;
+
+    void importInto(model::Element& target, const QString& file);
+    void importIntoNew(const QString& file, const std::string& extension);
+    void read(ui::PushButton& button, const QString& file, Then then);
+    void merge(model::Element& target, const QString& file, ui::ImportedDocument document,
                bool targetIsNew);
-    void fail(const QString& reason, bool targetIsNew);
+    void fail(const QString& reason);
     [[nodiscard]] model::Element* chooseTarget(const std::string& extension);
-    [[nodiscard]] model::Element* newTarget(const std::string& extension);
 
     ProjectSession* session_;
     Dialogs* dialogs_;

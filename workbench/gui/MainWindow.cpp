@@ -9,7 +9,6 @@
 #include <QMimeData>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QStatusBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -92,7 +91,7 @@ void MainWindow::buildWorkspace() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     auto* const noticeMargin = new QVBoxLayout;
-    noticeMargin->setContentsMargins(8, 4, 8, 0);
+    noticeMargin->setContentsMargins(8, 4, 8, 4);
     noticeMargin->addWidget(notices_);
     layout->addLayout(noticeMargin);
     layout->addWidget(across_, 1);

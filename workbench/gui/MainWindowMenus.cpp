@@ -52,6 +52,10 @@ void MainWindow::buildMenus() {
     edit.addAction(&actions_[Command::rename]);
     edit.addAction(&actions_[Command::remove]);
     edit.addSeparator();
+    for (const auto command :
+         {Command::moveUp, Command::moveDown, Command::pickUp, Command::putHere})
+        edit.addAction(&actions_[command]);
+    edit.addSeparator();
     edit.addAction(&actions_[Command::changeSelected]);
 
     auto& view = *menuBar()->addMenu(translated(kContext, "&View"));
@@ -135,6 +139,10 @@ void MainWindow::connectCommands() {
     on(Command::redo, [this] { session_.redo(); });
     on(Command::rename, [this] { tree_->renameCurrent(); });
     on(Command::remove, [this] { tree_->removeSelected(); });
+    on(Command::moveUp, [this] { tree_->moveSelected(TreePanel::Direction::up); });
+    on(Command::moveDown, [this] { tree_->moveSelected(TreePanel::Direction::down); });
+    on(Command::pickUp, [this] { tree_->pickUpSelected(); });
+    on(Command::putHere, [this] { tree_->putPickedUp(); });
     on(Command::about, [this] { showAbout(); });
 }
 

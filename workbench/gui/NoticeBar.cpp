@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -16,9 +17,10 @@ namespace {
 
 constexpr std::string_view kContext = "corvane::workbench::gui::NoticeBar";
 constexpr int kPictureSize = 18;
+constexpr int kRadius = 4;
 
 QColor tinted(const QColor& base, const QColor& tint) {
-    constexpr int kShare = 22; // percent
+    constexpr int kShare = 15; // percent
     const auto mixed = [](int a, int b) { return (a * (100 - kShare) + b * kShare) / 100; };
     return {mixed(base.red(), tint.red()), mixed(base.green(), tint.green()),
             mixed(base.blue(), tint.blue())};
@@ -27,7 +29,7 @@ QColor tinted(const QColor& base, const QColor& tint) {
 QColor tintOf(NoticeBar::Kind kind, const QPalette& palette) {
     switch (kind) {
     case NoticeBar::Kind::error:
-        return errorColour(palette);
+        return palette.color(kErrorRole);
     case NoticeBar::Kind::question:
         return {0xe0, 0xa0, 0x20};
     default:
@@ -56,7 +58,6 @@ NoticeBar::NoticeBar(QWidget* parent)
       close_(new QToolButton(this)) {
     setObjectName(QStringLiteral("noticeBar"));
     setAccessibleName(translated(kContext, "Notice"));
-    setAutoFillBackground(true);
     text_->setWordWrap(true);
     text_->setTextFormat(Qt::PlainText);
     text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -80,7 +81,7 @@ void NoticeBar::showNotice(Kind kind, const QString& text) {
     kind_ = kind;
     text_->setText(text);
     text_->setAccessibleName(text);
-    paintKind();
+    showPicture();
     show();
 }
 
@@ -115,19 +116,25 @@ void NoticeBar::clearInformation() {
 
 QString NoticeBar::text() const { return text_->text(); }
 
-void NoticeBar::paintKind() {
+void NoticeBar::showPicture() {
     picture_->setPixmap(icon(pictureOf(kind_)).pixmap(kPictureSize));
-    const auto program = window()->palette();
-    const auto tint = tintOf(kind_, program);
-    auto own = palette();
-    own.setColor(QPalette::Window, tinted(program.color(QPalette::Base), tint));
-    setPalette(own);
+    update();
+}
+
+// A style sheet would hide what the palette says of the background.
+void NoticeBar::paintEvent(QPaintEvent*) {
+    const auto tint = tintOf(kind_, palette());
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(tint);
+    painter.setBrush(tinted(palette().color(QPalette::Base), tint));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
 }
 
 void NoticeBar::changeEvent(QEvent* event) {
     QFrame::changeEvent(event);
     if (event->type() == QEvent::StyleChange)
-        paintKind();
+        showPicture();
 }
 
 } // namespace corvane::workbench::gui

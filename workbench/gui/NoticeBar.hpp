@@ -35,10 +35,11 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void dropChoices();
-    void paintKind();
+    void showPicture();
 
     Kind kind_ = Kind::information;
     QLabel* picture_;

@@ -31,7 +31,8 @@ ProblemsPanel::ProblemsPanel(ProjectSession& session, QWidget* parent)
     view_->verticalHeader()->setDefaultSectionSize(view_->fontMetrics().height() + 8);
     view_->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     view_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
-    view_->horizontalHeader()->setDefaultSectionSize(180);
+    view_->horizontalHeader()->resizeSection(1, 160);
+    view_->horizontalHeader()->resizeSection(2, 90);
     view_->horizontalHeader()->setHighlightSections(false);
     view_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     auto* const layout = new QVBoxLayout(this);
@@ -72,10 +73,8 @@ void ProblemsPanel::showCount(std::size_t total) {
     else if (total > ProblemsModel::kMaxListed)
         title_->setText(translated(kContext, "{} problems, the first {} are listed",
                                    {formatted(total), formatted(ProblemsModel::kMaxListed)}));
-    else if (total == 1)
-        title_->setText(translated(kContext, "1 problem"));
     else
-        title_->setText(translated(kContext, "{} problems", {formatted(total)}));
+        title_->setText(counted(kContext, "1 problem", "{} problems", total));
 }
 
 } // namespace corvane::workbench::gui

@@ -197,17 +197,23 @@ void ProjectSession::remarkLost(const std::vector<core::LostReference>& lost) {
         holders += toQt(lost[i].holder->path());
     if (lost.size() > kNamedLostReferences)
         holders += QStringLiteral("…");
-    emit remarked(translated(kContext, "{} references to what was removed now refer to nothing: {}",
-                             {formatted(lost.size()), holders.join(QStringLiteral(", "))}));
+    emit remarked(
+        translated(kContext, "{}: {}",
+                   {counted(kContext, "1 reference to what was removed now refers to nothing",
+                            "{} references to what was removed now refer to nothing", lost.size()),
+                    holders.join(QStringLiteral(", "))}));
 }
 
-void ProjectSession::move(std::vector<model::Element*> elements, model::Element& parent,
+void ProjectSession::move(const std::vector<model::Element*>& elements, model::Element& parent,
                           std::size_t position) {
     typing_.reset();
-    perform(Effect::structure, translated(kContext, "Moving"),
-            [this, elements = std::move(elements), &parent, position] {
-                editor_->move(elements, parent, position);
-            });
+    perform(
+        Effect::structure, translated(kContext, "Moving"),
+        [this, elements, &parent, position] { editor_->move(elements, parent, position); },
+        [this, elements](const std::exception_ptr& failure) {
+            if (!failure)
+                emit moved(elements);
+        });
 }
 
 void ProjectSession::undo() {

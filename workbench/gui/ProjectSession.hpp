@@ -54,7 +54,8 @@ public:
     model::Element* add(model::Element& parent, const core::LoadedClass& elementClass);
     void rename(model::Element& element, const QString& name);
     void remove(std::vector<model::Element*> elements);
-    void move(std::vector<model::Element*> elements, model::Element& parent, std::size_t position);
+    void move(const std::vector<model::Element*>& elements, model::Element& parent,
+              std::size_t position);
     void undo();
     void redo();
 
@@ -87,6 +88,8 @@ signals:
 
     /// An edit was not made; translated.
     void refused(const QString& reason);
+    /// Elements stand at another place now.
+    void moved(const std::vector<model::Element*>& elements);
     /// Something that the user should know about an edit that was made; translated.
     void remarked(const QString& remark);
 

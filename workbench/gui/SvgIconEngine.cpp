@@ -35,7 +35,7 @@ QPixmap SvgIconEngine::rendered(const QSize& pixels, QIcon::Mode mode) const {
     QPainter painter(&pixmap);
     if (mode == QIcon::Disabled)
         painter.setOpacity(0.6);
-    auto svg = svg_;
+    auto svg = mode == QIcon::Selected && !selected_.isEmpty() ? selected_ : svg_;
     QSvgRenderer(svg.replace("currentColor", colour.toLatin1())).render(&painter);
     painter.end();
     QPixmapCache::insert(cacheKey, pixmap);

@@ -39,6 +39,11 @@ QString formatted(std::size_t number) {
     return QLocale().toString(static_cast<qulonglong>(number));
 }
 
+QString counted(std::string_view context, std::string_view one, std::string_view many,
+                std::size_t number) {
+    return number == 1 ? translated(context, one) : translated(context, many, {formatted(number)});
+}
+
 QString messageOf(const std::exception_ptr& failure) {
     try {
         std::rethrow_exception(failure);

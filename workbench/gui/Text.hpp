@@ -23,6 +23,10 @@ namespace corvane::workbench::gui {
 /// A number in the user's way of writing them.
 [[nodiscard]] QString formatted(std::size_t number);
 
+/// A text that counts something: `one` for a single one, else `many`, whose "{}" is the number.
+[[nodiscard]] QString counted(std::string_view context, std::string_view one, std::string_view many,
+                              std::size_t number);
+
 /// What a failure says of itself.
 [[nodiscard]] QString messageOf(const std::exception_ptr& failure);
 

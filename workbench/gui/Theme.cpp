@@ -16,7 +16,7 @@ constexpr Colours kLight{.window = 0xfff3f4f6,
                          .base = 0xffffffff,
                          .alternate = 0xfff8f9fb,
                          .text = 0xff1d222b,
-                         .faint = 0xff6b7280,
+                         .faint = 0xff5d6470,
                          .button = 0xffe9ebef,
                          .accent = 0xff2563c9,
                          .accentText = 0xffffffff,
@@ -47,6 +47,7 @@ QPalette paletteOf(const Colours& colours) {
     palette.setColor(QPalette::Highlight, colours.accent);
     palette.setColor(QPalette::HighlightedText, colours.accentText);
     palette.setColor(QPalette::Link, colours.link);
+    palette.setColor(kErrorRole, colours.error);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faint);
     return palette;
@@ -64,7 +65,6 @@ constexpr const char* kStyleSheet = R"(
     #formTitle { font-size: 15pt; font-weight: 600; }
     #startTitle { font-size: 20pt; font-weight: 600; }
     #startPage QPushButton { padding: 8px 16px; text-align: left; }
-    #noticeBar { border: 1px solid palette(mid); border-radius: 4px; }
     #helpArea { border-top: 1px solid palette(mid); }
 )";
 
@@ -73,8 +73,6 @@ constexpr const char* kStyleSheet = R"(
 bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::Text).lightness();
 }
-
-QColor errorColour(const QPalette& palette) { return isDark(palette) ? kDark.error : kLight.error; }
 
 void applyTheme(Theme theme) {
     static const bool desktopIsDark = isDark(QApplication::palette());

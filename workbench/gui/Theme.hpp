@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QPalette>
 
 #include <cstdint>
@@ -19,7 +18,7 @@ void applyTheme(Theme theme);
 
 [[nodiscard]] bool isDark(const QPalette& palette);
 
-/// The colour of what is wrong, readable on the palette's backgrounds.
-[[nodiscard]] QColor errorColour(const QPalette& palette);
+/// The role of the colour of what is wrong, readable on the palette's backgrounds.
+inline constexpr QPalette::ColorRole kErrorRole = QPalette::BrightText;
 
 } // namespace corvane::workbench::gui

@@ -229,8 +229,10 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
         return icons_->of(element.elementClass());
     case Qt::ForegroundRole:
+        if (pickedUp_.contains(&element))
+            return QGuiApplication::palette().color(QPalette::PlaceholderText);
         if (!session_->isBusy() && hasOwnErrors(element))
-            return errorColour(QGuiApplication::palette());
+            return QGuiApplication::palette().color(kErrorRole);
         return {};
     case Qt::ToolTipRole:
         return toQt(element.elementClass().displayName());

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace corvane::workbench::gui {
@@ -31,9 +32,17 @@ public:
     /// filter hides it.
     [[nodiscard]] QModelIndex indexOf(model::Element& element);
 
+    /// What an element stands below: the project's root for those at the top.
+    [[nodiscard]] model::Element& parentOf(model::Element& element) const;
+
     /// Shows only what is given; everything where nothing is.
     void setFilter(std::optional<FilteredChildren> filter);
     [[nodiscard]] bool isFiltered() const { return filter_.has_value(); }
+
+    /// Shows elements as about to leave their places, from the next painting on.
+    void setPickedUp(const std::vector<model::Element*>& elements) {
+        pickedUp_ = {elements.begin(), elements.end()};
+    }
 
     [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent) const override;
     [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
@@ -64,7 +73,6 @@ private:
     [[nodiscard]] model::Element* childAt(const model::Element& parent, std::size_t row) const;
     [[nodiscard]] int rowOf(const model::Element& element, const model::Element& parent) const;
     [[nodiscard]] QModelIndex known(model::Element& element) const;
-    [[nodiscard]] model::Element& parentOf(model::Element& element) const;
 
     ProjectSession* session_;
     ClassIcons* icons_;
@@ -72,6 +80,7 @@ private:
     std::unordered_map<const model::Element*, std::size_t> fetched_; // where it is not the default
     mutable std::unordered_map<const model::Element*, int> rowHints_;
     mutable std::vector<model::Element*> dragged_;
+    std::unordered_set<const model::Element*> pickedUp_;
     enum class Pending { nothing, rows } pending_ = Pending::nothing;
     bool detached_ = false; // the tree may not be looked at
 };

@@ -1,10 +1,11 @@
 #include "workbench/gui/TreePanel.hpp"
 
+#include "workbench/gui/FilterLine.hpp"
 #include "workbench/gui/Text.hpp"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -24,6 +25,12 @@ bool standsBelow(const model::Element& element, const std::vector<model::Element
     return false;
 }
 
+std::size_t positionOf(const model::Element& element, const model::Element& parent) {
+    const auto children = parent.childElements();
+    const auto found = std::ranges::find(children, &element, &std::unique_ptr<model::Element>::get);
+    return static_cast<std::size_t>(found - children.begin());
+}
+
 } // namespace
 
 TreePanel::TreePanel(ProjectSession& session, ClassIcons& icons, const Actions& actions,
@@ -35,7 +42,8 @@ TreePanel::TreePanel(ProjectSession& session, ClassIcons& icons, const Actions& 
       model_(new TreeModel(session, icons, this)),
       filter_(new TreeFilter(session, *model_, this)),
       view_(new QTreeView(this)),
-      filterLine_(new QLineEdit(this)),
+      filterLine_(new FilterLine(translated(kContext, "Filter by name"),
+                                 translated(kContext, "Filter the tree by name"), this)),
       filterResult_(new QLabel(this)),
       addMenu_(new QMenu(translated(kContext, "&Add"), this)) {
     connect(session_, &ProjectSession::resetComes, this, &TreePanel::keepState);
@@ -46,12 +54,16 @@ TreePanel::TreePanel(ProjectSession& session, ClassIcons& icons, const Actions& 
         expanded_.clear();
         kept_ = nullptr;
         isNewProject_ = true;
+        setPickedUp({});
         const QSignalBlocker quiet(filterLine_);
         filterLine_->clear();
         filter_->setText({});
     });
     connect(session_, &ProjectSession::valuesUpdated, view_->viewport(),
             qOverload<>(&QWidget::update));
+    connect(session_, &ProjectSession::moved, this,
+            qOverload<const std::vector<model::Element*>&>(&TreePanel::select));
+    connect(session_, &ProjectSession::structureChanged, this, &TreePanel::dropLostPickedUp);
     connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
         updateActions();
         emit currentChanged(current());
@@ -59,6 +71,7 @@ TreePanel::TreePanel(ProjectSession& session, ClassIcons& icons, const Actions& 
     connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &TreePanel::updateActions);
     connect(addMenu_, &QMenu::aboutToShow, this, &TreePanel::fillAddMenu);
+    addMenu_->setIcon(icon("add"));
     updateActions();
 }
 
@@ -76,12 +89,14 @@ void TreePanel::buildLayout() {
     view_->addAction(addMenu_->menuAction());
     view_->addAction(&(*actions_)[Command::rename]);
     view_->addAction(&(*actions_)[Command::remove]);
+    view_->addAction(&(*actions_)[Command::pickUp]);
+    view_->addAction(&(*actions_)[Command::putHere]);
+    // In a text the key alone belongs to the text.
+    auto* const removeKey = new QShortcut(Qt::Key_Delete, view_);
+    removeKey->setContext(Qt::WidgetShortcut);
+    connect(removeKey, &QShortcut::activated, &(*actions_)[Command::remove], &QAction::trigger);
 
     filterLine_->setObjectName(QStringLiteral("treeFilter"));
-    filterLine_->setPlaceholderText(translated(kContext, "Filter by name"));
-    filterLine_->setAccessibleName(translated(kContext, "Filter the tree by name"));
-    filterLine_->setClearButtonEnabled(true);
-    filterLine_->addAction(icon("filter"), QLineEdit::LeadingPosition);
     filterResult_->setForegroundRole(QPalette::PlaceholderText);
     filterResult_->setWordWrap(true);
     filterResult_->hide();
@@ -99,13 +114,13 @@ void TreePanel::connectFilter() {
             keepState();
         filter_->setText(text);
     });
-    connect(filterLine_, &QLineEdit::returnPressed, this, &TreePanel::focusTree);
+    connect(filterLine_, &FilterLine::left, this, &TreePanel::focusTree);
     connect(filter_, &TreeFilter::found, this, [this](std::size_t count) {
         filterResult_->setText(
             count > TreeFilter::kMaxShown
                 ? translated(kContext, "{} matches, the first {} are shown",
                              {formatted(count), formatted(TreeFilter::kMaxShown)})
-                : translated(kContext, "{} matches", {formatted(count)}));
+                : counted(kContext, "1 match", "{} matches", count));
         filterResult_->show();
         view_->expandAll();
     });
@@ -172,6 +187,68 @@ void TreePanel::removeSelected() {
         session_->remove(std::move(elements));
 }
 
+void TreePanel::moveSelected(Direction direction) {
+    auto elements = selected();
+    if (elements.empty())
+        return;
+    auto& parent = model_->parentOf(*elements.front());
+    std::vector<std::size_t> positions;
+    for (auto* const element : elements) {
+        if (&model_->parentOf(*element) != &parent)
+            return;
+        positions.push_back(positionOf(*element, parent));
+    }
+    std::ranges::sort(positions);
+    const auto children = parent.childElements();
+    const bool isAtEnd = direction == Direction::up ? positions.front() == 0
+                                                    : positions.back() + 1 == children.size();
+    if (isAtEnd)
+        return;
+    std::ranges::transform(positions, elements.begin(),
+                           [&](std::size_t position) { return children[position].get(); });
+    session_->move(elements, parent,
+                   direction == Direction::up ? positions.front() - 1 : positions.back() + 2);
+}
+
+void TreePanel::pickUpSelected() { setPickedUp(selected()); }
+
+void TreePanel::putPickedUp() {
+    auto* const parent = newParentOfPickedUp();
+    if (parent == nullptr)
+        return;
+    const auto* const here = current();
+    const auto position =
+        parent == here ? parent->childElements().size() : positionOf(*here, *parent) + 1;
+    session_->move(std::exchange(pickedUp_, {}), *parent, position);
+    setPickedUp({});
+}
+
+void TreePanel::dropLostPickedUp() {
+    auto standing = pickedUp_;
+    std::erase_if(standing, [&](const auto* element) {
+        return element->model() != &session_->project().model();
+    });
+    if (standing.size() != pickedUp_.size())
+        setPickedUp(std::move(standing));
+}
+
+void TreePanel::setPickedUp(std::vector<model::Element*> elements) {
+    pickedUp_ = std::move(elements);
+    model_->setPickedUp(pickedUp_);
+    view_->viewport()->update();
+    updateActions();
+}
+
+model::Element* TreePanel::newParentOfPickedUp() const {
+    auto* const here = current();
+    if (here == nullptr || pickedUp_.empty() || session_->isBusy())
+        return nullptr;
+    for (auto* const parent : {here, &model_->parentOf(*here)})
+        if (session_->editor().canMove(pickedUp_, *parent))
+            return parent;
+    return nullptr;
+}
+
 void TreePanel::focusFilter() {
     filterLine_->setFocus(Qt::ShortcutFocusReason);
     filterLine_->selectAll();
@@ -210,8 +287,10 @@ void TreePanel::addBelow(model::Element& parent, const core::LoadedClass& elemen
 
 void TreePanel::updateActions() {
     const bool any = view_->selectionModel()->hasSelection();
-    (*actions_)[Command::rename].setEnabled(any);
-    (*actions_)[Command::remove].setEnabled(any);
+    for (const auto command :
+         {Command::rename, Command::remove, Command::moveUp, Command::moveDown, Command::pickUp})
+        (*actions_)[command].setEnabled(any);
+    (*actions_)[Command::putHere].setEnabled(newParentOfPickedUp() != nullptr);
 }
 
 void TreePanel::keepState() {

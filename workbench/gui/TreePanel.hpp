@@ -8,10 +8,11 @@
 #include <QWidget>
 
 class QLabel;
-class QLineEdit;
 class QMenu;
 
 namespace corvane::workbench::gui {
+
+class FilterLine;
 
 /// The project tree with its filter, and the commands on what is selected in it.
 class TreePanel : public QWidget {
@@ -34,6 +35,16 @@ public:
     [[nodiscard]] QMenu& addMenu() const { return *addMenu_; }
     void renameCurrent();
     void removeSelected();
+
+    enum class Direction : std::uint8_t { up, down };
+    /// Moves the selected elements, if they are siblings, past the one next to them.
+    void moveSelected(Direction direction);
+    /// Remembers the selected elements, to be moved by `putPickedUp`; until then nothing changes.
+    void pickUpSelected();
+    /// Moves what was picked up below the current element, or behind it where it does not accept
+    /// them but the one above does.
+    void putPickedUp();
+
     void focusFilter();
     void focusTree();
 
@@ -48,6 +59,9 @@ private:
     void offer(model::Element& parent, bool isTop);
     void addBelow(model::Element& parent, const core::LoadedClass& elementClass);
     void updateActions();
+    void setPickedUp(std::vector<model::Element*> elements);
+    void dropLostPickedUp();
+    [[nodiscard]] model::Element* newParentOfPickedUp() const;
     void keepState();
     void restoreState();
     void keepExpanded(const QModelIndex& parent);
@@ -59,11 +73,12 @@ private:
     TreeModel* model_;
     TreeFilter* filter_;
     QTreeView* view_;
-    QLineEdit* filterLine_;
+    FilterLine* filterLine_;
     QLabel* filterResult_;
     QMenu* addMenu_;
     std::vector<model::Element*> expanded_; // for after a reset or a filter
     model::Element* kept_ = nullptr;        // the current one, for after a reset or a filter
+    std::vector<model::Element*> pickedUp_; // of the project, not of the history
     bool isNewProject_ = true;
 };
 

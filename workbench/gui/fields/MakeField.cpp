@@ -42,6 +42,8 @@ Field* makeField(ui::Control& control, QWidget* parent) {
     widget.setWhatsThis(toQt(texts.help));
     widget.setAccessibleName(toQt(texts.label));
     widget.setAccessibleDescription(toQt(texts.description));
+    widget.setFocusPolicy(Qt::StrongFocus); // turning the wheel over a field is no visit to it
+    widget.setAcceptDrops(false);           // files are dropped on the window
     maker.made->refresh();
     return maker.made;
 }

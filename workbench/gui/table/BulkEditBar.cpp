@@ -56,7 +56,8 @@ void BulkEditBar::setElements(std::vector<model::Element*> elements) {
     showField(-1);
     elements_ = std::move(elements);
     form_ = std::make_unique<core::OpenForm>(*elements_.front());
-    count_->setText(translated(kContext, "Change, in {} rows,", {formatted(elements_.size())}));
+    count_->setText(
+        counted(kContext, "Change, in 1 row,", "Change, in {} rows,", elements_.size()));
     offerFields();
     if (const int index = which_->findText(chosen); index >= 0)
         which_->setCurrentIndex(index);

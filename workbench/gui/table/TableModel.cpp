@@ -174,7 +174,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
         return cell->error.isEmpty() ? QVariant() : QVariant(icon("error"));
     case Qt::ForegroundRole:
-        return cell->error.isEmpty() ? QVariant() : errorColour(QGuiApplication::palette());
+        return cell->error.isEmpty() ? QVariant() : QGuiApplication::palette().color(kErrorRole);
     default:
         return {};
     }

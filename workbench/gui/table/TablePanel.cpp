@@ -1,12 +1,12 @@
 #include "workbench/gui/table/TablePanel.hpp"
 
+#include "workbench/gui/FilterLine.hpp"
 #include "workbench/gui/Text.hpp"
 #include "workbench/gui/table/TableDelegate.hpp"
 
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -33,7 +33,8 @@ TablePanel::TablePanel(ProjectSession& session, ClassIcons& icons, const Actions
       model_(new TableModel(session, icons, this)),
       view_(new QTableView(this)),
       classes_(new QComboBox(this)),
-      filter_(new QLineEdit(this)),
+      filter_(new FilterLine(translated(kContext, "Filter by any cell"),
+                             translated(kContext, "Filter the table by any cell"), this)),
       count_(new QLabel(this)),
       bulkEdit_(new BulkEditBar(session, this)) {
     filterLater_.setSingleShot(true);
@@ -73,10 +74,6 @@ void TablePanel::buildLayout() {
     classes_->setAccessibleName(translated(kContext, "Kind of elements"));
     classes_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     filter_->setObjectName(QStringLiteral("tableFilter"));
-    filter_->setPlaceholderText(translated(kContext, "Filter by any cell"));
-    filter_->setAccessibleName(translated(kContext, "Filter the table by any cell"));
-    filter_->setClearButtonEnabled(true);
-    filter_->addAction(icon("filter"), QLineEdit::LeadingPosition);
     count_->setForegroundRole(QPalette::PlaceholderText);
     auto* const change = new QToolButton(this);
     change->setDefaultAction(&(*actions_)[Command::changeSelected]);
@@ -102,6 +99,7 @@ void TablePanel::connectParts() {
         takeClass();
         wantedClass_ = model_->elementClass();
     });
+    connect(filter_, &FilterLine::left, this, &TablePanel::focusTable);
     connect(filter_, &QLineEdit::textChanged, &filterLater_, qOverload<>(&QTimer::start));
     connect(&filterLater_, &QTimer::timeout, this, [this] { model_->setFilter(filter_->text()); });
     connect(model_, &TableModel::settled, this, &TablePanel::showCount);
@@ -193,7 +191,7 @@ void TablePanel::showCount() {
     const auto shown = static_cast<std::size_t>(model_->rowCount());
     const auto all = model_->unfilteredCount();
     count_->setText(
-        shown == all ? translated(kContext, "{} rows", {formatted(all)})
+        shown == all ? counted(kContext, "1 row", "{} rows", all)
                      : translated(kContext, "{} of {} rows", {formatted(shown), formatted(all)}));
 }
 

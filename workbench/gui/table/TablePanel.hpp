@@ -9,9 +9,10 @@
 
 class QComboBox;
 class QLabel;
-class QLineEdit;
 
 namespace corvane::workbench::gui {
+
+class FilterLine;
 
 /// The table of the elements below the selected one, class by class.
 class TablePanel : public QWidget {
@@ -52,7 +53,7 @@ private:
     TableModel* model_;
     QTableView* view_;
     QComboBox* classes_;
-    QLineEdit* filter_;
+    FilterLine* filter_;
     QLabel* count_;
     BulkEditBar* bulkEdit_;
     QTimer filterLater_;

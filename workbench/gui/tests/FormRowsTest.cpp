@@ -6,6 +6,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QWheelEvent>
 
 namespace corvane::workbench::gui {
 
@@ -195,6 +196,25 @@ TEST_F(FormRowsTest, theStringSizeIsShownForTextsOnly) {
     trigger(Command::undo);
     trigger(Command::undo);
     EXPECT_FALSE(isShown("String size"));
+}
+
+TEST_F(FormRowsTest, scrollingAFormDoesNotChangeTheValuesUnderThePointer) {
+    select("/PLC/Line/Enabled");
+    auto* const box = field<QComboBox>("Data type");
+    EXPECT_EQ(box->focusPolicy(), Qt::StrongFocus); // not the wheel's
+    const auto turnWheel = [&] {
+        const QPointF middle = box->rect().center();
+        QWheelEvent turn(middle, box->mapToGlobal(middle), {}, {0, -120}, Qt::NoButton,
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(box, &turn);
+        settle();
+    };
+    field<QLineEdit>("Address")->setFocus();
+    turnWheel();
+    EXPECT_EQ(box->currentText(), "Boolean");
+    box->setFocus();
+    turnWheel();
+    EXPECT_EQ(box->currentText(), "Byte");
 }
 
 TEST_F(FormRowsTest, aStandaloneItemHasNoEffectiveAddress) {

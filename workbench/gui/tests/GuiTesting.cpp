@@ -1,6 +1,8 @@
 #include "GuiTesting.hpp"
 
+#include "workbench/gui/Slicer.hpp"
 #include "workbench/gui/Text.hpp"
+#include "workbench/gui/table/TableOrder.hpp"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -10,11 +12,14 @@
 #include <QPushButton>
 #include <QSettings>
 
+#include <algorithm>
+
 namespace corvane::workbench::gui {
 
 namespace {
 
-constexpr int kQuiet = 60;        // milliseconds without anything under way
+constexpr int kQuiet = 60; // milliseconds without anything under way
+constexpr int kQuietTurns = 6;
 constexpr int kPatience = 20'000; // milliseconds
 
 } // namespace
@@ -41,11 +46,25 @@ void GuiTest::settle() {
     QElapsedTimer quiet;
     patience.start();
     quiet.start();
-    while (quiet.elapsed() < kQuiet && patience.elapsed() < kPatience) {
+    int turns = 0; // on a machine with other work, time alone says little
+    while ((quiet.elapsed() < kQuiet || turns < kQuietTurns) && patience.elapsed() < kPatience) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        if (session().isBusy())
+        ++turns;
+        if (isAtWork()) {
             quiet.restart();
+            turns = 0;
+        }
     }
+}
+
+bool GuiTest::isAtWork() {
+    const auto orders = window().findChildren<TableOrder*>();
+    const auto parts = window().findChildren<QObject*>();
+    return session().isBusy() || std::ranges::any_of(orders, &TableOrder::isRunning) ||
+           std::ranges::any_of(parts, [](const QObject* part) {
+               const auto* const slicer = dynamic_cast<const Slicer*>(part);
+               return slicer != nullptr && slicer->isRunning();
+           });
 }
 
 bool GuiTest::settleUntil(const std::function<bool()>& condition) {
@@ -155,16 +174,21 @@ void GuiTest::click(QAbstractItemView& view, const QModelIndex& index) {
                       view.visualRect(index).center());
 }
 
-void GuiTest::importExample() {
+void GuiTest::dropFile(QWidget& part, const QString& file) {
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(example("bottling-line.db"))});
-    const QPointF middle = window_->rect().center();
+    data.setUrls({QUrl::fromLocalFile(file)});
+    data.setText(file);
+    const QPointF middle = part.rect().center();
     QDragEnterEvent enter(middle.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(window_.get(), &enter);
+    QCoreApplication::sendEvent(&part, &enter);
     EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(window_.get(), &drop);
+    QCoreApplication::sendEvent(&part, &drop);
     settle();
+}
+
+void GuiTest::importExample() {
+    dropFile(*window_, example("bottling-line.db"));
     ASSERT_NE(element("/PLC/Line/Enabled"), nullptr) << notice().toStdString();
 }
 

@@ -66,6 +66,8 @@ protected:
 
     /// Lets everything under way come to its end.
     void settle();
+    /// Whether the window does something that events alone do not end.
+    bool isAtWork();
     /// As `settle`, until the condition holds; false if it does not within some seconds.
     bool settleUntil(const std::function<bool()>& condition);
 
@@ -106,6 +108,8 @@ protected:
     static QStringList column(const QAbstractItemView& view, int column);
     static void click(QAbstractItemView& view, const QModelIndex& index);
 
+    /// Drops a file on a part of the window, as file managers do: they offer its path as text, too.
+    void dropFile(QWidget& part, const QString& file);
     /// Imports the example into a new element by dropping it on the window.
     void importExample();
 

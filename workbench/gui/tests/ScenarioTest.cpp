@@ -5,6 +5,9 @@
 #include <QProcess>
 #include <QPushButton>
 
+#include <array>
+#include <functional>
+
 namespace corvane::workbench::gui {
 
 namespace {
@@ -116,6 +119,23 @@ TEST_F(GuiTest, aFileDroppedOnAnEmptyWindowMakesItsElement) {
               session().root().childElements()[0]->childElements().size());
 }
 
+TEST_F(GuiTest, aFileCanBeDroppedOnEveryPartOfTheWindow) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    // Looked for each time: an import makes the form anew.
+    const std::array<std::function<QWidget*()>, 5> parts{
+        [this] { return tree().viewport(); }, [this] { return field("Address"); },
+        [this] { return &child<QWidget>("treeFilter"); }, [this] { return problems().viewport(); },
+        [this] { return &child<QWidget>("formPanel"); }};
+    for (const auto& part : parts) {
+        select("/PLC");
+        ASSERT_NE(part(), nullptr);
+        dropFile(*part(), example("bottling-line.db"));
+        EXPECT_NE(element("/PLC/Line"), nullptr) << &part - parts.data();
+        trigger(Command::undo);
+        EXPECT_EQ(element("/PLC/Line"), nullptr);
+    }
+}
+
 TEST_F(GuiTest, aFileThatCannotBeImportedLeavesNoElementBehind) {
     window().openFiles({writeFile("broken.db", "DATA_BLOCK \"x\" STRUCT a : Nonsense;")});
     settle();
@@ -125,6 +145,22 @@ TEST_F(GuiTest, aFileThatCannotBeImportedLeavesNoElementBehind) {
     settle();
     EXPECT_TRUE(session().isEmpty());
     EXPECT_EQ(notice(), QStringLiteral("No loaded plug-in imports “.txt” files."));
+    EXPECT_FALSE(window().isWindowModified());
+}
+
+TEST_F(GuiTest, aFileThatCannotBeImportedLeavesTheHistoryAlone) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    trigger(Command::undo);
+    const auto redoBefore = action(Command::redo).text();
+    window().openFiles({writeFile("broken.db", "DATA_BLOCK \"x\" STRUCT a : Nonsense;")});
+    settle();
+    EXPECT_FALSE(notice().isEmpty());
+    EXPECT_EQ(action(Command::redo).text(), redoBefore);
+    EXPECT_FALSE(action(Command::undo).isEnabled());
+    trigger(Command::redo);
+    window().openFiles({writeFile("notes.txt", "hello")});
+    settle();
+    EXPECT_FALSE(action(Command::redo).isEnabled());
 }
 
 TEST_F(GuiTest, whereSeveralElementsImportTheUserIsAsked) {

@@ -1,8 +1,11 @@
 #include "GuiTesting.hpp"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QMimeData>
 #include <QTreeView>
+
+#include <algorithm>
 
 namespace corvane::workbench::gui {
 
@@ -32,9 +35,15 @@ TEST_F(GuiTest, theFilterShowsMatchesWithWhatIsAboveThem) {
         chain += at.data().toString();
     }
     EXPECT_EQ(chain, QStringList({"PLC", "Line", "Drive", "Limits", "Maximum"}));
-    line.clear();
+    const auto labels = child<TreePanel>().findChildren<QLabel*>();
+    EXPECT_TRUE(
+        std::ranges::any_of(labels, [](auto* label) { return label->text() == "1 match"; }));
+    QTest::keyClick(&line, Qt::Key_Escape);
     settle();
+    EXPECT_EQ(line.text(), "");
     EXPECT_GT(model->rowCount(model->index(0, 0)), 1);
+    QTest::keyClick(&line, Qt::Key_Down);
+    EXPECT_TRUE(tree().hasFocus());
 }
 
 TEST_F(GuiTest, aNameIsChangedInPlaceAndReferencesFollow) {

@@ -9,6 +9,7 @@
 #include "workbench/gui/Theme.hpp"
 #include "workbench/gui/tools/OwnSettings.hpp"
 
+#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -123,6 +124,8 @@ private:
             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         settle();
         trigger(Command::changeSelected);
+        auto* const which = window_->findChild<QComboBox*>(QStringLiteral("bulkField"));
+        which->setCurrentIndex(which->count() - 1);
         take("table");
     }
 
