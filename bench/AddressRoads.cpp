@@ -13,7 +13,7 @@ namespace {
 
 namespace s7 = workbench::plugins::s7Driver;
 
-constexpr int kRuns = 15;
+constexpr int kRuns = 9;
 constexpr std::size_t kCount = 1'000'000;
 
 std::size_t parseAll(const std::vector<std::string>& addresses) {
@@ -49,9 +49,9 @@ std::size_t convertAll(const std::vector<std::string>& addresses) {
 void measureAddresses(std::vector<Result>& results) {
     const auto good = goodAddresses(kCount);
     const auto bad = badAddresses(kCount);
-    const double conversion = medianSeconds(kRuns, [&] { keep(convertAll(good)); });
-    const double goodSeconds = medianSeconds(kRuns, [&] { keep(parseAll(good)); });
-    const double badSeconds = medianSeconds(3, [&] { keep(parseAll(bad)); });
+    const auto [conversion, goodSeconds, badSeconds] = medianSecondsInTurn(
+        kRuns, [&] { keep(convertAll(good)); }, [&] { keep(parseAll(good)); },
+        [&] { keep(parseAll(bad)); });
     const auto rate = [](double seconds) { return ratePerSecond(kCount, seconds, "texts"); };
     results.push_back({"addresses, good",
                        "1,000,000",

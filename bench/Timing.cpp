@@ -23,6 +23,7 @@ double medianSeconds(int runs, workbench::FunctionRef<void()> prepare,
     std::vector<double> seconds;
     for (int run = 0; run != runs; ++run) {
         prepare();
+        trimMemory();
         const auto start = Clock::now();
         body();
         seconds.push_back(std::chrono::duration<double>(Clock::now() - start).count());

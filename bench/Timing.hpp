@@ -13,7 +13,8 @@ namespace corvane::bench {
 [[nodiscard]] double median(std::vector<double> values);
 
 /// The median of the seconds that `body` takes in `runs` runs; `prepare` comes before each of them
-/// and is not timed.
+/// and is not timed. Each run begins with a trimmed heap, as a fresh process would: else the small
+/// sizes would find memory that is ready for them, and the large ones would not.
 [[nodiscard]] double medianSeconds(int runs, workbench::FunctionRef<void()> prepare,
                                    workbench::FunctionRef<void()> body);
 

@@ -48,7 +48,7 @@ void run(std::span<char* const> wanted) {
 
 int main(int argc, char** argv) try {
     const std::span<char* const> arguments(argv + 1, argv + argc);
-    if (arguments.size() == 2 && arguments[0] == kResidentVerb)
+    if (arguments.size() == 2 && std::string_view(arguments[0]) == kResidentVerb)
         return printResidentBytes(arguments[1]);
     for (const std::string_view name : arguments)
         if (std::ranges::find(kGroups, name, &Group::name) == kGroups.end())

@@ -1,5 +1,7 @@
 #include "workbench/core/DocumentWriter.hpp"
 
+#include "workbench/core/FetchAhead.hpp"
+
 #include <corvane/workbench/config/DocumentKeys.hpp>
 
 namespace corvane::workbench::core {
@@ -14,11 +16,14 @@ void write(encoder::Object document, const PluginHost& plugins, const model::Ele
         document.addObject(encoder::Key::of(plugins.entryOf(element.elementClass()).documentKey));
     members.addStringView(config::kNameKey, element.name());
     element.getSkillElement()->save(members);
-    if (element.childElements().empty())
+    const auto children = element.childElements();
+    if (children.empty())
         return;
-    auto children = members.addArray(config::kChildrenKey);
-    for (const auto& child : element.childElements())
-        write(children.addObject(), plugins, *child);
+    auto entries = members.addArray(config::kChildrenKey);
+    for (std::size_t index = 0; index != children.size(); ++index) {
+        fetchAhead(children, index);
+        write(entries.addObject(), plugins, *children[index]);
+    }
 }
 
 } // namespace

@@ -1,13 +1,16 @@
 #include "workbench/core/ElementWalk.hpp"
 
+#include "workbench/core/FetchAhead.hpp"
+
 #include <corvane/workbench/bindings/PropertyConfigurationContext.hpp>
 
 namespace corvane::workbench::core {
 
 void forEachElement(ElementList elements, FunctionRef<void(model::Element&)> visit) {
-    for (const auto& element : elements) {
-        visit(*element);
-        forEachElement(element->childElements(), visit);
+    for (std::size_t index = 0; index != elements.size(); ++index) {
+        fetchAhead(elements, index);
+        visit(*elements[index]);
+        forEachElement(elements[index]->childElements(), visit);
     }
 }
 

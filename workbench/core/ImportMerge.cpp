@@ -1,5 +1,6 @@
 #include "workbench/core/ImportMerge.hpp"
 
+#include "workbench/core/FetchAhead.hpp"
 #include "workbench/core/IdentityIndex.hpp"
 
 #include <corvane/utils/numeric/FormatNumber.hpp>
@@ -57,10 +58,26 @@ private:
     // several elements with one identity, the one of the same name is meant.
     void pairByName() {
         for (std::size_t i = 0; i != staged_.size(); ++i) {
-            Element* const existing = parent_.findChild(staged_[i]->name());
+            fetchBothAhead(i);
+            Element* const existing = existingNamed(i);
             if (existing != nullptr && sameIdentity(*staged_[i], *existing))
                 pair(i, *existing);
         }
+    }
+
+    // Partners stand at the same places, as a rule.
+    void fetchBothAhead(std::size_t index) const {
+        fetchAhead(staged_, index);
+        fetchAhead(parent_.childElements(), index);
+    }
+
+    // The existing element with the name of a staged one. As a rule it stands at the same place.
+    Element* existingNamed(std::size_t index) {
+        const auto existing = parent_.childElements();
+        const auto& name = staged_[index]->name();
+        if (index < existing.size() && existing[index]->name() == name)
+            return existing[index].get();
+        return parent_.findChild(name);
     }
 
     void pairByIdentity() {
@@ -80,13 +97,15 @@ private:
 
     void replacePaired() {
         std::vector<std::pair<Element*, std::string>> renamed;
-        for (std::size_t i = 0; i != staged_.size(); ++i)
+        for (std::size_t i = 0; i != staged_.size(); ++i) {
+            fetchBothAhead(i);
             if (Element* const existing = partners_[i]) {
                 auto name = nameOnReplacement(*existing, *staged_[i]);
                 if (name != existing->name())
                     renamed.emplace_back(existing, std::move(name));
                 replace(i, *existing);
             }
+        }
         rename(renamed);
     }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -63,11 +64,16 @@ inline constexpr std::array<DataType, 17> kDataTypes{{
     return nullptr;
 }
 
-/// Whether items of this type have a string size.
+/// Whether items of this type have a string size. Asked of every item that is saved, so the other
+/// types are not looked at.
 [[nodiscard]] constexpr bool isStringType(std::string_view name) {
-    const auto* const type = findDataType(name);
-    return type != nullptr &&
-           (type->valueType == ValueType::text8 || type->valueType == ValueType::text16);
+    constexpr auto kIsText = [](const DataType& type) {
+        return type.valueType == ValueType::text8 || type.valueType == ValueType::text16;
+    };
+    constexpr auto kFirst = std::ranges::find_if(kDataTypes, kIsText);
+    static_assert(std::all_of(kFirst, kDataTypes.end(), kIsText), "texts come last");
+    return std::any_of(kFirst, kDataTypes.end(),
+                       [&](const DataType& type) { return type.name == name; });
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -18,6 +18,7 @@ namespace {
 
 namespace word = string::word;
 using io::OutputStream;
+using namespace std::string_view_literals;
 
 constexpr unsigned kIndent = 2;
 
@@ -137,22 +138,27 @@ void Writer::close(char bracket, bool empty) {
 }
 
 void Writer::beginMember(Key key, bool first) {
-    const bool lines = format_ == Format::lines;
-    const std::string_view comma = lines ? ", " : ",";
-    const std::string_view colon = lines ? ": " : ":";
-    const std::string_view separator = first ? "" : comma;
+    const bool blanks = format_ == Format::lines;
     if (!key.plain() || key.text().size() > kMaxShort) {
-        stream_->write(separator);
+        if (!first)
+            stream_->write(blanks ? ", "sv : ","sv);
         string(key.text());
-        stream_->write(colon);
+        stream_->write(blanks ? ": "sv : ":"sv);
         return;
     }
+    // Written for every member of every element, so put together from single characters.
     char* target = stream_->reserve(key.text().size() + kPunctuation);
-    target = string::copyText(target, separator);
+    if (!first) {
+        *target++ = ',';
+        *target = ' ';
+        target += blanks ? 1 : 0;
+    }
     *target++ = '"';
     target = string::copyText(target, key.text());
     *target++ = '"';
-    stream_->commit(string::copyText(target, colon));
+    *target++ = ':';
+    *target = ' ';
+    stream_->commit(target + (blanks ? 1 : 0));
 }
 
 void Writer::beginEntry(bool first) {

@@ -129,7 +129,7 @@ public:
         addPreformattedNumber(key, numeric::detail::formatNumber(number).view());
     }
     void add(Key key, std::same_as<bool> auto value) {
-        addPreformattedNumber(key, value ? "true" : "false");
+        addPreformattedNumber(key, value ? std::string_view("true") : std::string_view("false"));
     }
     void addNull(Key key) { addPreformattedNumber(key, "null"); }
 
