@@ -218,6 +218,26 @@ TEST(Check, printsAProblemOnALine) {
                                                                 .err = {}}));
 }
 
+// What a name brings along must not reach the terminal as a command.
+TEST(Check, masksControlCharacters) {
+    const Workplace place;
+    place.write("P.json", R"({"corvane": 1, "elements": [
+  {"@Skill.S7.PLC": {"name": "P\u001b\u007f\u0080", "address": "a", "children": [
+    {"@Skill.S7.Item": {"name": "\u009f\u00a0", "address": "MB0",
+                        "command": "/\n\u0085\u009b"}}]}}]})");
+    const std::string message = R"(the referenced element "/???" does not exist)";
+    EXPECT_EQ(place.run({"check", "P.json"}),
+              (Result{.exitCode = 1,
+                      .out = "/P??\?/?\u00a0: Command: " + message + "\n1 problem found.\n",
+                      .err = {}}));
+    EXPECT_EQ(place.run({"form", "P.json", "/P\x1b\x7f\u0080/\u009f\u00a0"}),
+              done("Data type  Byte\n"
+                   "Address    MB0\n"
+                   "Writable   false (Read only)\n"
+                   "Command    /???  [error: " +
+                   message + "]\n"));
+}
+
 TEST(Check, countsASingleProblem) {
     const Workplace place;
     place.write("P.json", R"({"corvane": 1, "elements": [{"@Skill.S7.PLC": {"name": "PLC"}}]})");

@@ -78,27 +78,29 @@ TEST_F(EditingTest, refusesWhatTheFormRefuses) {
                   "/PLC: Slot number: the value must lie between 0 and 31");
     expectRefusal(set("/PLC/b", "DB number=0"),
                   "/PLC/b: DB number: the value must lie between 1 and 65535");
-    for (const std::string text : {"0x3", "-1", "+1", " 1", "1.0", "", "99999999999999999999"})
+    for (const std::string text : {"0x3", "-1", "+1", " 1", "1.0", ""})
         expectRefusal(set("/PLC", "Rack number=" + text),
-                      "Rack number: “" + text + "” is not a decimal number");
-    expectRefusal(set("/PLC/b/i", "Writable=yes"),
-                  "Writable: “yes” is not one of the choices: false, true, Read only, Writable");
-    expectRefusal(set("/PLC/b/i", "Data type=int"),
-                  "Data type: “int” is not one of the choices: Bool, Byte, Word, DWord, LWord, "
-                  "SInt, USInt, Int, UInt, DInt, UDInt, LInt, ULInt, Real, LReal, String, WString");
+                      "/PLC: Rack number: “" + text + "” is not a decimal number");
+    expectRefusal(
+        set("/PLC/b/i", "Writable=yes"),
+        "/PLC/b/i: Writable: “yes” is not one of the choices: false, true, Read only, Writable");
+    expectRefusal(
+        set("/PLC/b/i", "Data type=int"),
+        "/PLC/b/i: Data type: “int” is not one of the choices: Bool, Byte, Word, DWord, LWord, "
+        "SInt, USInt, Int, UInt, DInt, UDInt, LInt, ULInt, Real, LReal, String, WString");
     expectRefusal(set("/PLC/b/i", "Command=/PLC/b"),
                   "/PLC/b/i: Command: “/PLC/b” is not one of the elements that can be chosen");
     expectRefusal(set("/PLC/b/i", "String size=3"),
                   "/PLC/b/i: String size: the field is not shown now");
-    expectRefusal(set("/PLC/b/i", "Effective address=DB3.DBW4"),
-                  "Effective address: the field is shown for information and cannot be set");
+    expectRefusal(
+        set("/PLC/b/i", "Effective address=DB3.DBW4"),
+        "/PLC/b/i: Effective address: the field is shown for information and cannot be set");
     expectRefusal(set("/PLC", "Import DB File=x.db"),
-                  "Import DB File: a button has no value that could be set");
+                  "/PLC: Import DB File: a button has no value that could be set");
     expectRefusal(set("/PLC", "Rack=1"), "there is no field “Rack”; the fields are: Address, Rack "
                                          "number, Slot number, Import DB File");
     expectRefusal(set("/PLC/Slow", "Rack=1"),
                   "there is no field “Rack”; the element has no fields");
-    expectRefusal(set("/PLC", "Rack number"), "“Rack number” is not of the form LABEL=VALUE");
     expectRefusal(set("/No", "Rack number=1"), "the project has no element \"/No\"");
 }
 

@@ -26,6 +26,18 @@ protected:
         return place.printed({"form", "P.json", path, "--json"});
     }
 
+    /// The line of the row with this label, without its indentation.
+    static std::string row(const std::string& text, const std::string& label) {
+        const auto from = text.find("{\"label\": \"" + label + '"');
+        return from == std::string::npos ? "" : text.substr(from, text.find('\n', from) - from);
+    }
+
+    static std::string stringSizeRow(const std::string& visible, const std::string& value) {
+        return R"({"label": "String size", "description": "The number of characters in case the item is a String or WString", "help": "This field shows the number of characters in case the data item is a String or WString.", "editor": "spin", "visible": )" +
+               visible + R"(, "value": )" + value +
+               R"(, "error": null, "minimum": 0, "maximum": 254, "step": 1},)";
+    }
+
 public:
     Workplace place;
 };
@@ -123,6 +135,65 @@ TEST_F(FormTest, ofAnItemWithProblems) {
               std::string::npos);
     EXPECT_NE(text.find(R"("editor": "info", "visible": false, "value": "", "error": null})"),
               std::string::npos);
+}
+
+// As scripts read it: each row whole, with what is stored beyond the editors' limits.
+TEST_F(FormTest, ofItemsWithProblemsRowByRow) {
+    const auto text = json("/PLC/i");
+    EXPECT_EQ(
+        row(text, "Data type"),
+        R"({"label": "Data type", "description": "The data type for the data item", "help": "This field shows the data type used by the data item.", "editor": "choice", "visible": true, "value": "Quad", "error": null, "choices": [)");
+    EXPECT_EQ(row(text, "String size"), stringSizeRow("false", "254"));
+    EXPECT_EQ(
+        row(text, "Address"),
+        R"({"label": "Address", "description": "The data item address", "help": "This field shows the address of the data item.", "editor": "text", "visible": true, "value": "DB1.5", "error": "invalid address for a standalone data item, the memory area marker must not be “DB”", "placeholder": ""},)");
+    EXPECT_EQ(
+        row(text, "Effective address"),
+        R"({"label": "Effective address", "description": "The effective address of the data item", "help": "This field shows the effective address of the data item.", "editor": "info", "visible": false, "value": "", "error": null},)");
+    EXPECT_EQ(
+        row(text, "Writable"),
+        R"({"label": "Writable", "description": "The writable flag", "help": "This field shows if the data item is writable.", "editor": "flag", "visible": true, "value": false, "error": null, "choices": [)");
+    EXPECT_EQ(
+        row(text, "Command"),
+        R"({"label": "Command", "description": "The data item command", "help": "This field shows the command attached to this data item.", "editor": "reference", "visible": true, "value": "", "error": "please specify the command used to read and write the data item", "candidates": [)");
+}
+
+TEST_F(FormTest, showsTheStringSizeOfTextsAlone) {
+    const auto project = [](const std::string& type, const std::string& size) {
+        return R"({"corvane": 1, "elements": [{"@Skill.S7.PLC": {"name": "PLC", "children": [
+            {"@Skill.S7.Item": {"name": "i", "dataType": ")" +
+               type + R"(", "stringSize": )" + size + "}}]}}]}";
+    };
+    struct Case {
+        std::string type;
+        std::string size;
+        std::string visible;
+    };
+    for (const auto& [type, size, visible] :
+         {Case{"WString", "20", "true"}, Case{"WString", "0", "true"},
+          Case{"String", "18446744073709551615", "true"}, Case{"Real", "20", "false"}}) {
+        place.write("P.json", project(type, size));
+        const auto text = json("/PLC/i");
+        EXPECT_EQ(row(text, "String size"), stringSizeRow(visible, size));
+        EXPECT_NE(row(text, "Data type").find(R"("value": ")" + type + "\","), std::string::npos);
+    }
+}
+
+TEST_F(FormTest, showsStoredNumbersOutsideTheLimits) {
+    place.write("P.json", R"({"corvane": 1, "elements": [
+        {"@Skill.S7.PLC": {"name": "PLC", "address": "a", "rack": 8, "slot": 32, "children": [
+            {"@Skill.S7.DataBlock": {"name": "b", "DBNumber": 0}}]}}]})");
+    const auto plc = json("/PLC");
+    EXPECT_EQ(
+        row(plc, "Rack number"),
+        R"({"label": "Rack number", "description": "The rack number of the S7 plc", "help": "This field shows the rack number of the S7 plc.", "editor": "spin", "visible": true, "value": 8, "error": null, "minimum": 0, "maximum": 7, "step": 1},)");
+    EXPECT_EQ(
+        row(plc, "Slot number"),
+        R"({"label": "Slot number", "description": "The slot number of the S7 plc", "help": "This field shows the slot number of the S7 plc.", "editor": "spin", "visible": true, "value": 32, "error": null, "minimum": 0, "maximum": 31, "step": 1},)");
+    EXPECT_EQ(
+        row(json("/PLC/b"), "DB number"),
+        R"({"label": "DB number", "description": "The DB number of the data block", "help": "This field shows the DB number of the data block.", "editor": "spin", "visible": true, "value": 0, "error": null, "minimum": 1, "maximum": 65535, "step": 1})");
+    EXPECT_EQ(place.run({"check", "P.json"}), done("No problems found.\n"));
 }
 
 } // namespace corvane::test

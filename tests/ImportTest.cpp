@@ -171,6 +171,15 @@ South/East  PLC  10.0.0.2  Rack number 0  Slot number 1
               std::string::npos);
 }
 
+TEST(Import, masksControlCharactersOfTheElementsToChooseFrom) {
+    const Workplace place;
+    place.write("P.json", R"({"corvane": 1, "elements": [
+  {"@Skill.S7.PLC": {"name": "a\u0007"}}, {"@Skill.S7.PLC": {"name": "b\u009b"}}]})");
+    place.write("a.db", dataBlock("Data", "x : Bool;"));
+    EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json"}),
+              failed("several elements can import the file; name one with --at: /a? /b?"));
+}
+
 TEST(Import, theDocumentForAProjectRefersToIt) {
     const Workplace place;
     const std::string project = R"({"corvane": 1, "elements": [

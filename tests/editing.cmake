@@ -1,7 +1,12 @@
 # The verbs that edit a project, and what an import would change.
 corvane_test(editing-tests
     SOURCES
+        DryRunTest.cpp
         EditingTest.cpp
+        PermissionsTest.cpp
+        RemovalTest.cpp
+        SetTest.cpp
+        DbSource.cpp
         Workplace.cpp
     LIBRARIES CorvaneUtils
     DEFINITIONS

@@ -30,9 +30,9 @@ void writeText(utils::io::OutputStream& output, const std::vector<core::Property
     for (const auto& error : errors) {
         output.write(bold(printable(error.element->path())));
         output.write(": ");
-        output.write(narrow(error.field));
+        output.write(printable(narrow(error.field)));
         output.write(": ");
-        output.write(narrow(error.message));
+        output.write(printable(narrow(error.message)));
         output.put('\n');
     }
     if (errors.empty())

@@ -1,10 +1,12 @@
 #include "workbench/cli/CommandLine.hpp"
 
 #include "workbench/cli/Session.hpp"
+#include "workbench/cli/TextOutput.hpp"
 #include "workbench/cli/Verbs.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -24,6 +26,24 @@ constexpr const char* kJsonHelp = "Print JSON for programs instead of text";
 /// The verb that was named, ready to run.
 using Job = std::function<ExitCode(Session&)>;
 
+/// Refuses what the options by themselves cannot: most verbs have nothing of the kind.
+void verify(const auto&) {}
+
+void verify(const SetRequest& request) {
+    std::vector<std::string_view> labels;
+    for (const std::string_view assignment : request.values) {
+        const auto label = assignment.substr(0, assignment.find('='));
+        const auto refuse = [&](const char* reason) {
+            throw CLI::ValidationError("“" + printable(label) + "” " + reason);
+        };
+        if (label.size() == assignment.size())
+            refuse("is not of the form LABEL=VALUE");
+        if (std::ranges::find(labels, label) != labels.end())
+            refuse("is given more than once");
+        labels.push_back(label);
+    }
+}
+
 /// Adds a verb whose options fill a request of its own.
 template <class Request>
 CLI::App& addVerb(CLI::App& app, Job& job, const char* name, const char* help,
@@ -31,8 +51,10 @@ CLI::App& addVerb(CLI::App& app, Job& job, const char* name, const char* help,
     auto* const verb = app.add_subcommand(name, help);
     const auto request = std::make_shared<Request>();
     addOptions(*verb, *request);
-    verb->callback(
-        [request, &job] { job = [request](Session& session) { return run(*request, session); }; });
+    verb->callback([request, &job] {
+        verify(*request);
+        job = [request](Session& session) { return run(*request, session); };
+    });
     return *verb;
 }
 
@@ -172,7 +194,7 @@ void addVerbs(CLI::App& app, Job& job) {
     addPlugins(app, job);
 }
 
-void report(std::string_view message) { std::cerr << "corvane: " << message << '\n'; }
+void report(std::string_view message) { std::cerr << "corvane: " << printable(message) << '\n'; }
 
 // An error may come out of a plug-in, so it is reported while the plug-ins are loaded.
 ExitCode runReporting(const Job& job, Session& session) try {

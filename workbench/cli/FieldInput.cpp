@@ -12,7 +12,7 @@
 #include <corvane/workbench/ui/TextField.hpp>
 
 #include <algorithm>
-#include <stdexcept>
+#include <utility>
 
 namespace corvane::workbench::cli {
 
@@ -23,14 +23,22 @@ public:
     explicit ValueReader(std::string_view text)
         : text_(text), wide_(utils::string::detail::utf8ToUtf16(text)) {}
 
-    void visit(ui::TextField&) override { value = wide_; }
+    void visit(ui::TextField&) override {
+        if (hasControlCharacter(text_))
+            refuse("the value must be one line without control characters");
+        else
+            value = wide_;
+    }
     void visit(ui::ReferenceChooser&) override { value = wide_; }
 
     void visit(ui::SpinBoxControl& control) override {
-        const auto number = utils::numeric::parseDigits<std::uint64_t>(text_);
-        if (!number)
-            refuse(control, "“" + std::string(text_) + "” is not a decimal number");
-        value = *number;
+        const auto& [minimum, maximum, step] = control.range();
+        if (const auto number = utils::numeric::parseDigits<std::uint64_t>(text_))
+            value = *number;
+        else if (!text_.empty() && std::ranges::all_of(text_, isDigit))
+            refuse("the value must lie between " + textOf(minimum) + " and " + textOf(maximum));
+        else
+            refuse(quoted() + " is not a decimal number");
     }
 
     void visit(ui::ChoiceList& control) override {
@@ -41,8 +49,7 @@ public:
         if (chosen != choices.end())
             value = chosen->value;
         else
-            refuse(control,
-                   "“" + std::string(text_) + "” is not one of the choices: " + listOf(choices));
+            refuse(quoted() + " is not one of the choices: " + listOf(choices));
     }
 
     void visit(ui::FlagChoice& control) override {
@@ -51,24 +58,23 @@ public:
         else if (text_ == "false" || wide_ == control.stateText(false))
             value = false;
         else
-            refuse(control,
-                   "“" + std::string(text_) + "” is not one of the choices: false, true, " +
-                       narrow(control.stateText(false)) + ", " + narrow(control.stateText(true)));
+            refuse(quoted() + " is not one of the choices: false, true, " +
+                   narrow(control.stateText(false)) + ", " + narrow(control.stateText(true)));
     }
 
-    void visit(ui::InfoField& control) override {
-        refuse(control, "the field is shown for information and cannot be set");
+    void visit(ui::InfoField&) override {
+        refuse("the field is shown for information and cannot be set");
     }
-    void visit(ui::PushButton& control) override {
-        refuse(control, "a button has no value that could be set");
-    }
+    void visit(ui::PushButton&) override { refuse("a button has no value that could be set"); }
 
-    ui::ControlValue value;
+    std::expected<ui::ControlValue, std::string> value;
 
 private:
-    [[noreturn]] static void refuse(const ui::Control& control, const std::string& reason) {
-        throw std::runtime_error(narrow(control.texts().label) + ": " + reason);
-    }
+    void refuse(std::string reason) { value = std::unexpected(std::move(reason)); }
+
+    static bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+    [[nodiscard]] std::string quoted() const { return "“" + std::string(text_) + "”"; }
 
     static std::string listOf(std::span<const ui::ChoiceList::Choice> choices) {
         std::string list;
@@ -86,7 +92,11 @@ private:
 
 } // namespace
 
-ui::ControlValue readValue(ui::Control& control, std::string_view text) {
+std::expected<ui::ControlValue, std::string> readValue(ui::Control& control,
+                                                       std::string_view text) {
+    if (!utils::string::detail::isValidUtf8(text))
+        return std::unexpected("the value “" + utils::string::detail::replaceMalformedUtf8(text) +
+                               "” is not valid UTF-8");
     ValueReader reader(text);
     control.accept(reader);
     return std::move(reader.value);

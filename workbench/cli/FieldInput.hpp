@@ -2,14 +2,17 @@
 
 #include <corvane/workbench/ui/Control.hpp>
 
+#include <expected>
+#include <string>
 #include <string_view>
 
 namespace corvane::workbench::cli {
 
 /// The value that `text` stands for in a control: of a choice the stored value or the text shown,
 /// of a flag "true" or "false" or the text shown, of a number its decimal digits, of a reference
-/// the element's path, of a text the text itself. Throws std::runtime_error, naming the label, for
-/// a text that is none of these and for a control that takes no value.
-[[nodiscard]] ui::ControlValue readValue(ui::Control& control, std::string_view text);
+/// the element's path, of a text the text itself, which is of one line. Returns the reason where
+/// `text` is none of these and where the control takes no value.
+[[nodiscard]] std::expected<ui::ControlValue, std::string> readValue(ui::Control& control,
+                                                                     std::string_view text);
 
 } // namespace corvane::workbench::cli

@@ -113,6 +113,8 @@ void writeJson(utils::io::OutputStream& output, const core::OpenForm& form) {
     output.put('\n');
 }
 
+std::string labelOf(const ui::Control& control) { return printable(narrow(control.texts().label)); }
+
 /// Writes a visible control's label, its value as it is stored and, where the editor shows it by
 /// another text, that text, too; then its error.
 class TextWriter final : public ui::ControlVisitor {
@@ -148,13 +150,13 @@ private:
     void write(const ui::Control& control, const std::string& value, const std::string& shown) {
         if (!control.isVisible())
             return;
-        output_->write(bold(padded(narrow(control.texts().label), labelWidth_)));
+        output_->write(bold(padded(labelOf(control), labelWidth_)));
         if (!value.empty())
             output_->write("  " + printable(value));
         if (!shown.empty() && shown != value)
-            output_->write(" (" + shown + ")");
+            output_->write(" (" + printable(shown) + ")");
         if (const auto* const error = control.error())
-            output_->write("  [error: " + narrow(*error) + "]");
+            output_->write("  [error: " + printable(narrow(*error)) + "]");
         output_->put('\n');
     }
 
@@ -169,7 +171,7 @@ void writeText(utils::io::OutputStream& output, const core::OpenForm& form) {
     std::size_t width = 0;
     for (const ui::Control* const control : controls)
         if (control->isVisible())
-            width = std::max(width, widthOf(narrow(control->texts().label)));
+            width = std::max(width, widthOf(labelOf(*control)));
     TextWriter writer(output, width);
     for (ui::Control* const control : controls)
         control->accept(writer);

@@ -6,6 +6,9 @@
 
 #include <corvane/utils/json/Encoder.hpp>
 
+#include <algorithm>
+#include <vector>
+
 namespace corvane::workbench::cli {
 
 namespace {
@@ -35,11 +38,12 @@ public:
         for (const auto& [parent, first, count] : changes.appendings)
             core::forEachElement(parent->childElements().subspan(first, count),
                                  [&](model::Element& element) { note("added", element, added_); });
+        const auto renamed = renamedIn(changes);
         for (const auto& [element, replaced] : changes.replacements) {
-            if (membersOf(*replaced) == membersOf(*element->getSkillElement()))
-                ++unchanged_;
-            else
+            if (membersOf(*replaced) != membersOf(*element->getSkillElement()))
                 note("updated", *element, updated_);
+            else if (!std::ranges::binary_search(renamed, element))
+                ++unchanged_;
         }
         for (const auto& [element, before, after] : changes.renamings) {
             note("renamed", *element, renamed_);
@@ -54,6 +58,16 @@ public:
     }
 
 private:
+    /// The elements that get another name, sorted.
+    static std::vector<const model::Element*> renamedIn(const core::ImportChanges& changes) {
+        std::vector<const model::Element*> renamed;
+        renamed.reserve(changes.renamings.size());
+        for (const auto& renaming : changes.renamings)
+            renamed.push_back(renaming.element);
+        std::ranges::sort(renamed);
+        return renamed;
+    }
+
     void note(std::string_view what, const model::Element& element, std::size_t& count) {
         lines_.append(padded(what, 9)).append(printable(element.path())).append("\n");
         ++count;

@@ -42,7 +42,7 @@ struct FormRequest {
 struct SetRequest {
     std::filesystem::path project;
     std::string path;
-    std::vector<std::string> values; // "LABEL=VALUE"
+    std::vector<std::string> values; // "LABEL=VALUE", each label once
 };
 
 struct AddRequest {

@@ -1,5 +1,6 @@
 #include "workbench/cli/FieldInput.hpp"
 #include "workbench/cli/Session.hpp"
+#include "workbench/cli/TextOutput.hpp"
 #include "workbench/cli/Verbs.hpp"
 #include "workbench/core/Editor.hpp"
 #include "workbench/core/edit/Fields.hpp"
@@ -12,13 +13,15 @@ namespace corvane::workbench::cli {
 
 namespace {
 
-core::FieldValue readFieldValue(const core::OpenForm& form, std::string_view text) {
-    const auto equals = text.find('=');
-    if (equals == std::string_view::npos)
-        throw std::runtime_error("“" + std::string(text) + "” is not of the form LABEL=VALUE");
-    auto label = utils::string::detail::utf8ToUtf16(text.substr(0, equals));
-    auto& control = core::fieldOf(form, label);
-    return {std::move(label), readValue(control, text.substr(equals + 1))};
+// `assignment` is of the form LABEL=VALUE.
+core::FieldValue readFieldValue(const model::Element& element, const core::OpenForm& form,
+                                std::string_view assignment) {
+    const auto equals = assignment.find('=');
+    auto label = utils::string::detail::utf8ToUtf16(assignment.substr(0, equals));
+    auto value = readValue(core::fieldOf(form, label), assignment.substr(equals + 1));
+    if (!value)
+        throw std::runtime_error(element.path() + ": " + narrow(label) + ": " + value.error());
+    return {std::move(label), *std::move(value)};
 }
 
 } // namespace
@@ -30,7 +33,7 @@ ExitCode run(const SetRequest& request, Session& session) {
     {
         const core::OpenForm form(element);
         for (const auto& text : request.values)
-            values.push_back(readFieldValue(form, text));
+            values.push_back(readFieldValue(element, form, text));
     }
     core::Editor editor(project);
     editor.setValues(element, values);

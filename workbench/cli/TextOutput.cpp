@@ -10,6 +10,19 @@
 
 namespace corvane::workbench::cli {
 
+namespace {
+
+/// The bytes of the control character in front of UTF-8 (C0, DEL, or C1, which takes two bytes);
+/// 0 where there is none.
+std::size_t controlCharacterAtFront(std::string_view utf8) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
+    if (byte(0) < 0x20 || byte(0) == 0x7f)
+        return 1;
+    return byte(0) == 0xc2 && utf8.size() > 1 && byte(1) >= 0x80 && byte(1) < 0xa0 ? 2 : 0;
+}
+
+} // namespace
+
 std::string narrow(std::u16string_view text) { return utils::string::detail::utf16ToUtf8(text); }
 
 std::string textOf(const ui::ControlValue& value) {
@@ -32,10 +45,23 @@ std::string padded(std::string_view text, std::size_t width) {
     return std::string(text) + std::string(own < width ? width - own : 0, ' ');
 }
 
+bool hasControlCharacter(std::string_view text) {
+    while (!text.empty()) {
+        if (controlCharacterAtFront(text) != 0)
+            return true;
+        text.remove_prefix(1);
+    }
+    return false;
+}
+
 std::string printable(std::string_view text) {
-    std::string shown(text);
-    std::ranges::replace_if(
-        shown, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }, '?');
+    std::string shown;
+    shown.reserve(text.size());
+    while (!text.empty()) {
+        const auto masked = controlCharacterAtFront(text);
+        shown += masked == 0 ? text.front() : '?';
+        text.remove_prefix(std::max<std::size_t>(masked, 1));
+    }
     return shown;
 }
 

@@ -23,8 +23,11 @@ namespace corvane::workbench::cli {
 /// `text`, filled with blanks up to `width` columns.
 [[nodiscard]] std::string padded(std::string_view text, std::size_t width);
 
-/// `text` as it can stand on a line of its own: control characters, which a name may contain, are
-/// shown as "?".
+/// Whether UTF-8 has a control character in it: U+0000 to U+001F or U+007F to U+009F.
+[[nodiscard]] bool hasControlCharacter(std::string_view text);
+
+/// UTF-8 as it can stand on a line of its own: control characters, which names and values may
+/// contain, are shown as "?".
 [[nodiscard]] std::string printable(std::string_view text);
 
 /// Whether standard output shall be coloured: it is a terminal, and NO_COLOR is not set.

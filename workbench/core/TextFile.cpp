@@ -48,6 +48,12 @@ fs::path targetOf(const fs::path& file) {
     return fs::is_symlink(file) ? fs::weakly_canonical(file) : fs::absolute(file);
 }
 
+// A rename would replace a file that its owner has protected from being written.
+void expectWritable(const fs::path& file) {
+    if (::faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT)
+        throw std::system_error(errno, std::generic_category());
+}
+
 void copyPermissions(const fs::path& from, const fs::path& to) {
     std::error_code none;
     const auto status = fs::status(from, none);
@@ -75,6 +81,7 @@ FileIdentity replaceFile(const fs::path& file, FunctionRef<void(utils::io::Outpu
     auto temporary = target;
     temporary += "." + utils::core::Uuid::createVersion4().toString() + ".tmp";
     try {
+        expectWritable(target);
         auto stream = utils::io::FileOutputStream::create(temporary);
         Leftover leftover(temporary);
         write(stream);

@@ -135,16 +135,32 @@ void ProjectSession::setField(model::Element& element, const core::FieldValue& v
 void ProjectSession::setValuesInVisit(model::Element& element, const core::FieldValue& value,
                                       bool continues) {
     typing_.reset();
+    // A field that showed the value before the visit for a moment would lose its cursor.
     if (continues)
-        editor_->undo();
+        silently([this] { editor_->undo(); });
     valueStepMade_ = false;
     try {
         editor_->setValues(element, {&value, 1});
     } catch (...) {
         if (continues)
-            editor_->redo();
+            silently([this] { editor_->redo(); });
         throw;
     }
+    if (continues && !valueStepMade_) { // typed back to what was there before
+        emit valuesUpdated();
+        emit historyUpdated();
+    }
+}
+
+void ProjectSession::silently(const std::function<void()>& action) {
+    editor_->setObserver(nullptr);
+    try {
+        action();
+    } catch (...) {
+        editor_->setObserver(this);
+        throw;
+    }
+    editor_->setObserver(this);
 }
 
 void ProjectSession::setFieldOfAll(std::vector<model::Element*> elements, core::FieldValue value) {

@@ -102,6 +102,8 @@ private:
     void performBeside(Effect effect, const QString& title, Work work, Then then);
     void report(const std::exception_ptr& failure);
     void setValuesInVisit(model::Element& element, const core::FieldValue& value, bool continues);
+    /// Does something to the history without telling the views.
+    void silently(const std::function<void()>& action);
     void remarkLost(const std::vector<core::LostReference>& lost);
     void enterReset();
     void leaveReset();

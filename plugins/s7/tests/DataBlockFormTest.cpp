@@ -19,10 +19,18 @@ TEST_F(DataBlockForm, HasOneControl) {
     EXPECT_EQ(form.rows(), expected);
     EXPECT_TRUE(form.at(0).isVisible());
     expectSpinBox(form.at<ui::SpinBoxControl>(0), 1, 65535);
+    EXPECT_EQ(form.at<ui::SpinBox<std::uint16_t>>(0).value(), number(3));
+    EXPECT_EQ(groupedControls(block), 0);
 }
 
 TEST_F(DataBlockForm, IsTranslated) {
     expectContext(block, "corvane::workbench::plugins::s7Driver::DataBlock");
+}
+
+TEST_F(DataBlockForm, IsTranslatedOnceWhenItIsBuilt) {
+    const auto before = form.rows();
+    const MarkingTranslator translator;
+    EXPECT_EQ(form.rows(), before);
 }
 
 TEST_F(DataBlockForm, LimitsTheNumber) {

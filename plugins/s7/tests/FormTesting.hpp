@@ -80,6 +80,22 @@ private:
     ui::FormContents contents_;
 };
 
+/// How many of the form's controls stand in its group; the others are added to the form itself. A
+/// control that is added before them parts the two.
+inline std::ptrdiff_t groupedControls(skill::Element& element) {
+    const auto markers = element.createBinding();
+    ui::FormContents markerContents;
+    markers->buildForm(ui::Form(markerContents));
+    auto* const marker = markerContents.controls().front();
+
+    const auto binding = element.createBinding();
+    ui::FormContents contents;
+    ui::Form(contents).add(*marker);
+    binding->buildForm(ui::Form(contents));
+    const auto controls = contents.controls();
+    return std::ranges::find(controls, marker) - controls.begin();
+}
+
 /// Checks that each text of an element's form, buttons' help aside, was translated in `context`.
 inline void expectContext(skill::Element& element, std::string_view context) {
     const auto english = ShownForm(element).rows();

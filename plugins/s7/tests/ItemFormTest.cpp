@@ -2,6 +2,8 @@
 
 #include "forms/ItemBinding.hpp"
 
+#include <limits>
+
 namespace corvane::workbench::plugins::s7Driver::testing {
 namespace {
 
@@ -17,6 +19,34 @@ enum Place : std::uint8_t {
 };
 
 constexpr std::string_view kContext = "corvane::workbench::plugins::s7Driver::Item";
+
+/// Stored value and shown text of each data type.
+const std::vector<std::pair<std::string, std::string>> kDataTypeChoices = {
+    {"Bool", "Boolean"},
+    {"Byte", "Byte"},
+    {"Word", "Word"},
+    {"DWord", "DWord"},
+    {"LWord", "LWord"},
+    {"SInt", "signed 8-bit integer"},
+    {"USInt", "unsigned 8-bit integer"},
+    {"Int", "signed 16-bit integer"},
+    {"UInt", "unsigned 16-bit integer"},
+    {"DInt", "signed 32-bit integer"},
+    {"UDInt", "unsigned 32-bit integer"},
+    {"LInt", "signed 64-bit integer"},
+    {"ULInt", "unsigned 64-bit integer"},
+    {"Real", "32-bit floating point"},
+    {"LReal", "64-bit floating point"},
+    {"String", "String"},
+    {"WString", "WString"},
+};
+
+std::vector<std::pair<std::string, std::string>> choicesOf(const ShownForm& form) {
+    std::vector<std::pair<std::string, std::string>> offered;
+    for (const auto& choice : form.at<ui::ChoiceList>(kDataType).choices())
+        offered.emplace_back(utf8(choice.value), utf8(choice.text));
+    return offered;
+}
 
 /// A data block and its member, a standalone item, and commands here and there.
 struct ItemForm : ::testing::Test {
@@ -54,6 +84,16 @@ TEST_F(ItemForm, HasSixControlsInOrder) {
     EXPECT_EQ(form.rows(), expected);
 }
 
+TEST_F(ItemForm, HasAGroupOfAllThatTellsTypeAndPlace) {
+    EXPECT_EQ(groupedControls(item), kEffectiveAddress + 1);
+}
+
+TEST_F(ItemForm, HasASpinBoxOfSixtyFourBits) {
+    auto& size = form.at<ui::SpinBox<std::uint64_t>>(kStringSize);
+    item.stringSize = std::numeric_limits<std::uint64_t>::max(); // of a document
+    EXPECT_EQ(size.value(), number(18'446'744'073'709'551'615U));
+}
+
 TEST_F(ItemForm, IsTranslated) {
     expectContext(item, kContext);
     const MarkingTranslator translator;
@@ -61,38 +101,26 @@ TEST_F(ItemForm, IsTranslated) {
     const auto marked = [](const std::string& text) {
         return std::string(kContext).append("|").append(text);
     };
-    for (const auto& choice : translated.at<ui::ChoiceList>(kDataType).choices())
-        EXPECT_TRUE(utf8(choice.text).starts_with(marked(""))) << utf8(choice.text);
+    auto expected = kDataTypeChoices;
+    for (auto& [value, shown] : expected)
+        shown = marked(shown);
+    EXPECT_EQ(choicesOf(translated), expected);
     const auto& writable = translated.at<ui::FlagChoice>(kWritable);
     EXPECT_EQ(utf8(writable.stateText(false)), marked("Read only"));
     EXPECT_EQ(utf8(writable.stateText(true)), marked("Writable"));
 }
 
-TEST_F(ItemForm, OffersTheDataTypes) {
-    const std::vector<std::pair<std::string, std::string>> expected = {
-        {"Bool", "Boolean"},
-        {"Byte", "Byte"},
-        {"Word", "Word"},
-        {"DWord", "DWord"},
-        {"LWord", "LWord"},
-        {"SInt", "signed 8-bit integer"},
-        {"USInt", "unsigned 8-bit integer"},
-        {"Int", "signed 16-bit integer"},
-        {"UInt", "unsigned 16-bit integer"},
-        {"DInt", "signed 32-bit integer"},
-        {"UDInt", "unsigned 32-bit integer"},
-        {"LInt", "signed 64-bit integer"},
-        {"ULInt", "unsigned 64-bit integer"},
-        {"Real", "32-bit floating point"},
-        {"LReal", "64-bit floating point"},
-        {"String", "String"},
-        {"WString", "WString"},
-    };
-    std::vector<std::pair<std::string, std::string>> offered;
-    for (const auto& choice : form.at<ui::ChoiceList>(kDataType).choices())
-        offered.emplace_back(utf8(choice.value), utf8(choice.text));
-    EXPECT_EQ(offered, expected);
+TEST_F(ItemForm, IsTranslatedOnceWhenItIsBuilt) {
+    const auto before = form.rows();
+    const MarkingTranslator translator;
+    EXPECT_EQ(form.rows(), before);
+    EXPECT_EQ(choicesOf(form), kDataTypeChoices);
+    const auto& writable = form.at<ui::FlagChoice>(kWritable);
+    EXPECT_EQ(utf8(writable.stateText(false)), "Read only");
+    EXPECT_EQ(utf8(writable.stateText(true)), "Writable");
 }
+
+TEST_F(ItemForm, OffersTheDataTypes) { EXPECT_EQ(choicesOf(form), kDataTypeChoices); }
 
 TEST_F(ItemForm, TakesEachDataTypeThatItOffers) {
     auto& dataType = form.at<ui::ChoiceList>(kDataType);
@@ -246,6 +274,17 @@ TEST_F(ItemForm, OffersTheCommandsBelowThePlc) {
     // Those of the moment in which they are asked for.
     const Command& added = tree.add<Command>(&plc, "Added");
     EXPECT_EQ(chooser.candidates().back(), added.modelElement());
+}
+
+TEST_F(ItemForm, OffersTheCommandsOfThePlcThatTheItemWasMovedTo) {
+    auto& chooser = form.at<ui::ReferenceChooser>(kCommand);
+    auto& from = *block.modelElement();
+    otherPlc.modelElement()->appendChild(from.removeChild(*item.modelElement()), "item");
+    EXPECT_EQ(chooser.candidates(), std::vector{otherCommand.modelElement()});
+    EXPECT_EQ(reasonOf(chooser.setValue(text(u"/PLC/Default Command"))),
+              "“/PLC/Default Command” is not one of the elements that can be chosen");
+    EXPECT_EQ(reasonOf(chooser.setValue(text(u"/Other/Command"))), "");
+    EXPECT_EQ(item.command.element().value(), otherCommand.modelElement());
 }
 
 TEST_F(ItemForm, TakesTheCommandsThatItOffers) {

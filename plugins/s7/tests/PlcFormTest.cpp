@@ -54,6 +54,13 @@ TEST_F(PlcForm, HasFourControlsInOrder) {
         EXPECT_TRUE(form.at(i).isVisible());
 }
 
+TEST_F(PlcForm, HasNoGroup) { EXPECT_EQ(groupedControls(plc), 0); }
+
+TEST_F(PlcForm, HasSpinBoxesOfEightBits) {
+    EXPECT_EQ(form.at<ui::SpinBox<std::uint8_t>>(kRack).value(), number(0));
+    EXPECT_EQ(form.at<ui::SpinBox<std::uint8_t>>(kSlot).value(), number(0));
+}
+
 TEST_F(PlcForm, HasItsEditorsSettings) {
     const auto& address = form.at<ui::TextField>(kAddress).settings();
     EXPECT_EQ(utf8(address.placeholder), "enter the address");

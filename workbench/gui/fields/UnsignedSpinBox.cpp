@@ -7,8 +7,17 @@
 
 namespace corvane::workbench::gui {
 
+namespace {
+
+// As long as any number that may have been stored: a line would cut what is longer. It bounds the
+// leading zeros that a user may type; what is too large is not valid.
+constexpr int kMaxDigits = std::numeric_limits<std::uint64_t>::digits10 + 1;
+
+} // namespace
+
 UnsignedSpinBox::UnsignedSpinBox(QWidget* parent) : QAbstractSpinBox(parent) {
     setAccelerated(true);
+    lineEdit()->setMaxLength(kMaxDigits);
     connect(this, &QAbstractSpinBox::editingFinished, this, &UnsignedSpinBox::takeText);
     setValue(0);
 }
@@ -17,7 +26,6 @@ void UnsignedSpinBox::setRange(std::uint64_t minimum, std::uint64_t maximum, std
     minimum_ = minimum;
     maximum_ = maximum;
     step_ = step;
-    lineEdit()->setMaxLength(static_cast<int>(QString::number(qulonglong{maximum}).size()) + 1);
 }
 
 void UnsignedSpinBox::setValue(qulonglong value) {

@@ -2,6 +2,7 @@
 
 #include "workbench/gui/fields/UnsignedSpinBox.hpp"
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLabel>
@@ -88,6 +89,14 @@ protected:
         return false;
     }
 
+    /// The end of a line's selection at which the cursor is not; the cursor where none is selected.
+    static int anchorOf(const QLineEdit& line) {
+        if (!line.hasSelectedText())
+            return line.cursorPosition();
+        return line.selectionStart() == line.cursorPosition() ? line.selectionEnd()
+                                                              : line.selectionStart();
+    }
+
     /// What the box takes when it is stepped far up, then far down.
     std::pair<qulonglong, qulonglong> stepsTo(const char* label) {
         auto* const box = field<UnsignedSpinBox>(label);
@@ -106,6 +115,7 @@ TEST_F(FormRowsTest, thePlcForm) {
     EXPECT_EQ(field<QLineEdit>("Address")->placeholderText(), "enter the address");
     EXPECT_EQ(field<QWidget>("Address")->width(), 300);
     EXPECT_EQ(field<QWidget>("Rack number")->width(), 200);
+    EXPECT_EQ(field<QWidget>("Slot number")->width(), 200);
     EXPECT_EQ(field<QPushButton>("Import DB File")->text(), "Import DB File");
     EXPECT_EQ(stepsTo("Rack number"), std::pair(0ull, 7ull));
     EXPECT_EQ(stepsTo("Slot number"), std::pair(0ull, 31ull));
@@ -116,6 +126,7 @@ TEST_F(FormRowsTest, theDataBlockForm) {
     expectRows(kDataBlockRows);
     EXPECT_EQ(stepsTo("DB number"), std::pair(1ull, 65535ull));
     auto* const number = field<UnsignedSpinBox>("DB number");
+    EXPECT_EQ(number->width(), 200);
     number->setFocus();
     number->selectAll();
     QTest::keyClicks(number, QStringLiteral("0"));
@@ -173,13 +184,53 @@ TEST_F(FormRowsTest, aPastedAddressLosesItsPrefixAndTheCursorFollows) {
     auto* const line = field<QLineEdit>("Address");
     line->setFocus();
     line->selectAll();
-    line->insert(QStringLiteral("DB7.DB2")); // not the user's: no signal
-    line->setCursorPosition(7);
-    QTest::keyClicks(line, QStringLiteral("0"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("DB7.DB20"));
+    QTest::keyClick(line, Qt::Key_V, Qt::ControlModifier);
     settle();
     EXPECT_EQ(line->text(), "DB20");
     EXPECT_EQ(line->cursorPosition(), 4);
+    EXPECT_EQ(anchorOf(*line), 4);
     EXPECT_EQ(shown("Effective address"), "DB51.DB20");
+
+    // The cursor stands within what goes.
+    line->setText(QStringLiteral(".DB20"));
+    line->setCursorPosition(0);
+    QGuiApplication::clipboard()->setText(QStringLiteral("DB123"));
+    QTest::keyClick(line, Qt::Key_V, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(line->text(), "DB20");
+    EXPECT_EQ(line->cursorPosition(), 0);
+    EXPECT_EQ(anchorOf(*line), 0);
+}
+
+TEST_F(FormRowsTest, theCursorStaysWhereTextIsTyped) {
+    select("/PLC");
+    type("Address", "ad");
+    auto* const line = field<QLineEdit>("Address");
+    line->setCursorPosition(1);
+    QTest::keyClicks(line, QStringLiteral("bc"));
+    settle();
+    EXPECT_EQ(line->text(), "abcd");
+    EXPECT_EQ(line->cursorPosition(), 3);
+    QTest::keyClick(line, Qt::Key_Backspace);
+    settle();
+    EXPECT_EQ(line->text(), "abd");
+    EXPECT_EQ(line->cursorPosition(), 2);
+    EXPECT_TRUE(action(Command::undo).isEnabled());
+    trigger(Command::undo);
+    EXPECT_EQ(shown("Address"), "");
+}
+
+TEST_F(FormRowsTest, whatIsTypedBackToWhatItWasIsNoStep) {
+    select("/PLC");
+    const auto before = action(Command::undo).text();
+    type("Address", "a");
+    EXPECT_NE(action(Command::undo).text(), before);
+    EXPECT_EQ(errorAt("Address"), "");
+    QTest::keyClick(field<QLineEdit>("Address"), Qt::Key_Backspace);
+    settle();
+    EXPECT_EQ(action(Command::undo).text(), before);
+    EXPECT_EQ(errorAt("Address"), "Please enter the network address of the target PLC");
 }
 
 TEST_F(FormRowsTest, theStringSizeIsShownForTextsOnly) {
@@ -192,6 +243,7 @@ TEST_F(FormRowsTest, theStringSizeIsShownForTextsOnly) {
     settle();
     EXPECT_EQ(box->currentText(), "WString");
     EXPECT_TRUE(isShown("String size"));
+    EXPECT_EQ(field<QWidget>("String size")->width(), 200);
     EXPECT_EQ(stepsTo("String size"), std::pair(0ull, 254ull));
     trigger(Command::undo);
     trigger(Command::undo);
@@ -230,16 +282,24 @@ TEST_F(FormRowsTest, aStandaloneItemHasNoEffectiveAddress) {
 
 TEST_F(FormRowsTest, aStoredValueOutsideTheLimitsIsShownAsItIs) {
     window().openFiles({writeFile("wide.json", R"({"corvane":1,"elements":[{"@Skill.S7.PLC":
-        {"name":"Wide","address":"a","rack":200,"slot":1}}]})")});
+        {"name":"Wide","address":"a","rack":200,"slot":1,"children":[
+        {"@Skill.S7.Item":{"name":"Note","dataType":"String","stringSize":18446744073709551615}}
+        ]}}]})")});
     dialogs_.unsaved = Dialogs::Unsaved::discard;
     window().openFiles({path("wide.json")});
     ASSERT_TRUE(settleUntil([&] { return element("/Wide") != nullptr; }));
     select("/Wide");
     auto* const rack = field<UnsignedSpinBox>("Rack number");
     EXPECT_EQ(rack->value(), 200u);
+    EXPECT_EQ(rack->findChild<QLineEdit*>()->text(), "200");
     EXPECT_EQ(errorAt("Rack number"), "");
     rack->stepBy(-1);
     EXPECT_EQ(rack->value(), 7u);
+    EXPECT_EQ(rack->findChild<QLineEdit*>()->text(), "7");
+
+    select("/Wide/Note");
+    EXPECT_EQ(field<UnsignedSpinBox>("String size")->findChild<QLineEdit*>()->text(),
+              "18446744073709551615");
 }
 
 } // namespace corvane::workbench::gui
