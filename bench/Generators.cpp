@@ -17,11 +17,12 @@ std::string_view oneOf(Random& random, const std::array<std::string_view, size>&
     return choices[below(random, size)];
 }
 
-constexpr std::array<std::string_view, 28> kTypes{
-    "Bool",        "Byte",         "SInt",        "USInt",      "Int",   "UInt",  "DInt",
-    "UDInt",       "LInt",         "ULInt",       "Real",       "LReal", "Word",  "DWord",
-    "LWord",       "Char",         "WChar",       "String[20]", "Time",  "LTime", "Date",
-    "Time_Of_Day", "LTime_Of_Day", "WString[12]", "Bool",       "Bool",  "Int",   "Real"};
+constexpr std::array<std::string_view, 29> kTypes{
+    "Bool",  "Byte",       "SInt", "USInt", "Int",  "UInt",        "DInt",         "UDInt",
+    "LInt",  "ULInt",      "Real", "LReal", "Word", "DWord",       "LWord",        "Char",
+    "WChar", "String[20]", "Time", "LTime", "Date", "Time_Of_Day", "LTime_Of_Day", "WString[12]",
+    "LDT",   "Bool",       "Bool", "Int",   "Real"};
+constexpr std::array<std::string_view, 3> kTypesWithoutItems{"S5Time", "Date_And_Time", "DTL"};
 constexpr std::array<std::string_view, 4> kAttributes{"", "", "",
                                                       " { ExternalWritable := 'False'}"};
 constexpr std::array<std::string_view, 4> kInitialValues{"", "", " := 0", " := 16#1F"};
@@ -54,6 +55,13 @@ public:
         source_ += "\n";
     }
 
+    /// A variable that takes its place in memory and becomes no item.
+    void withoutItem(std::size_t number) {
+        source_ += "      Clock_" + std::to_string(number) + " : ";
+        source_ += oneOf(random_, kTypesWithoutItems);
+        source_ += ";\n";
+    }
+
     /// A structure of a few scalars; returns how many.
     std::size_t structure(std::size_t number) {
         const std::size_t members = 2 + below(random_, 5);
@@ -78,6 +86,9 @@ public:
             return structure(number);
         case 1:
             return array(number);
+        case 2:
+            withoutItem(number);
+            return 0;
         default:
             scalar(number);
             return 1;

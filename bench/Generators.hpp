@@ -8,8 +8,8 @@
 namespace corvane::bench {
 
 /// A .db source of mixed declarations: scalars of every type, structures, arrays, strings,
-/// comments, attributes, initial values and assignment sections, `variables` in all, spread evenly
-/// over `blocks` data blocks.
+/// comments, attributes, initial values and assignment sections, which become at least `variables`
+/// items, spread evenly over `blocks` data blocks.
 [[nodiscard]] std::string mixedSource(std::size_t variables, std::size_t blocks);
 
 /// As `mixedSource`, scalars only.
