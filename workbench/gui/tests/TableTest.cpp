@@ -39,6 +39,21 @@ protected:
             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         settle();
     }
+
+    /// Through the bar that changes the selected rows, by keys and clicks.
+    void takeCommandFromSelected() {
+        QTest::keyClick(&window(), Qt::Key_E, Qt::ControlModifier);
+        settle();
+        auto& which = child<QComboBox>("bulkField");
+        ASSERT_TRUE(which.isVisible());
+        which.setCurrentText(QStringLiteral("Command"));
+        settle();
+        auto* const value = child<BulkEditBar>().findChild<QComboBox*>(QStringLiteral("Command"));
+        ASSERT_NE(value, nullptr);
+        QTest::keyClick(value, Qt::Key_Home); // the first choice is none
+        QTest::mouseClick(&child<QPushButton>("bulkApply"), Qt::LeftButton);
+        settle();
+    }
 };
 
 } // namespace
@@ -119,21 +134,27 @@ TEST_F(TableTest, whatTheFormOnlyShowsCannotBeEdited) {
 
 TEST_F(TableTest, severalRowsAreChangedAtOnceInOneStep) {
     selectRows(0, 19);
-    QTest::keyClick(&window(), Qt::Key_E, Qt::ControlModifier);
-    settle();
-    auto& which = child<QComboBox>("bulkField");
-    ASSERT_TRUE(which.isVisible());
-    which.setCurrentText(QStringLiteral("Command"));
-    settle();
-    auto* const value = child<BulkEditBar>().findChild<QComboBox*>(QStringLiteral("Command"));
-    ASSERT_NE(value, nullptr);
-    QTest::keyClick(value, Qt::Key_Home); // the first choice is none
-    QTest::mouseClick(&child<QPushButton>("bulkApply"), Qt::LeftButton);
-    settle();
-    const auto commands = column(table(), columnOf("Command"));
-    EXPECT_EQ(commands.count(QString()), 20);
+    takeCommandFromSelected();
+    EXPECT_EQ(column(table(), columnOf("Command")).count(QString()), 20);
     trigger(Command::undo);
     EXPECT_EQ(column(table(), columnOf("Command")).count("/PLC/Default Command"), 96);
+}
+
+TEST_F(TableTest, severalHundredRowsAreChangedAtOnceInOneStep) {
+    window().openFiles({writeFile("many.db", "DATA_BLOCK Many { S7_Optimized_Access := 'FALSE' } "
+                                             "STRUCT values : Array[1..250] of Int; END_STRUCT; "
+                                             "BEGIN END_DATA_BLOCK")});
+    settle();
+    select("/PLC/Many");
+    trigger(Command::showTable);
+    ASSERT_EQ(table().model()->rowCount(), 250);
+    selectRows(20, 219);
+    takeCommandFromSelected();
+    const auto commands = column(table(), columnOf("Command"));
+    EXPECT_EQ(commands.mid(20, 200).count(QString()), 200);
+    EXPECT_EQ(commands.count("/PLC/Default Command"), 50);
+    trigger(Command::undo);
+    EXPECT_EQ(column(table(), columnOf("Command")).count("/PLC/Default Command"), 250);
 }
 
 TEST_F(TableTest, theTableFollowsTheTree) {
