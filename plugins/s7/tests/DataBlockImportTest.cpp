@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -24,6 +26,11 @@ namespace corvane::workbench::plugins::s7Driver {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// A path for a file of this process: the tests of this program run side by side.
+fs::path ownFile(std::string_view name) {
+    return fs::path(::testing::TempDir()) / (std::to_string(::getpid()) + std::string(name));
+}
 
 /// A project with one PLC.
 class DataBlockImportTest : public ::testing::Test {
@@ -60,7 +67,7 @@ protected:
     [[nodiscard]] const Plc& plc() const { return *plc_->getSkillElement()->as<Plc>(); }
 
     [[nodiscard]] std::string import(std::string_view source) const {
-        const fs::path file = fs::path(::testing::TempDir()) / "DataBlockImportTest.db";
+        const fs::path file = ownFile("DataBlockImportTest.db");
         std::ofstream(file, std::ios::binary) << source;
         const auto result = importDataBlocks(plc(), file);
         fs::remove(file);
@@ -190,7 +197,7 @@ TEST_F(DataBlockImportTest, FailuresAreTexts) {
         u"Error importing S7 data blocks from /nowhere/to be found.db: "));
     EXPECT_TRUE(missing.error().ends_with(u" "));
 
-    const fs::path file = fs::path(::testing::TempDir()) / "twice.db";
+    const fs::path file = ownFile("twice.db");
     std::ofstream(file) << testing::dataBlock("") << testing::dataBlock("");
     const auto twice = importDataBlocks(plc(), file);
     fs::remove(file);
