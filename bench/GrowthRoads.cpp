@@ -1,14 +1,12 @@
 #include "bench/Generators.hpp"
 #include "bench/Roads.hpp"
 #include "bench/Timing.hpp"
-#include "workbench/core/DocumentWriter.hpp"
 #include "workbench/core/ProjectImport.hpp"
-
-#include <corvane/utils/io/FileOutputStream.hpp>
 
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace corvane::bench {
 
@@ -16,7 +14,7 @@ namespace core = workbench::core;
 
 namespace {
 
-constexpr std::array<std::size_t, 3> kSizes{10'000, 100'000, 1'000'000};
+constexpr std::array<std::size_t, 3> kItems{10'000, 100'000, 1'000'000};
 constexpr int kRuns = 7;
 constexpr double kBar = 11.5;
 
@@ -48,7 +46,8 @@ public:
         times[0] = medianSeconds(1, [&] { keep(document()); });
         times[1] = medianSeconds(1, import);
         times[2] = medianSeconds(
-            1, [&] { std::filesystem::remove(project_); }, [&] { save(target.project); });
+            1, [&] { std::filesystem::remove(project_); },
+            [&] { workshop_->save(target.project, project_); });
         times[3] = medianSeconds(1, load);
         loaded.reset();
         times[4] = medianSeconds(1, import);
@@ -56,12 +55,6 @@ public:
     }
 
 private:
-    void save(const core::Project& project) const {
-        auto stream = utils::io::FileOutputStream::create(project_);
-        core::writeProject(stream, workshop_->plugins(), project.model().root());
-        stream.flush();
-    }
-
     const Workshop* workshop_;
     std::filesystem::path file_;
     std::filesystem::path project_;
@@ -70,20 +63,23 @@ private:
 } // namespace
 
 void measureGrowth(const Workshop& workshop, std::vector<Result>& results) {
-    std::array<std::array<std::vector<double>, kRoads.size()>, kSizes.size()> times;
+    std::vector<Size> sizes;
+    for (const auto items : kItems)
+        sizes.emplace_back(workshop, items);
+    std::array<std::array<std::vector<double>, kRoads.size()>, kItems.size()> times;
     // The sizes in turn, so that all of them meet the machine in each of its moods.
     for (int run = 0; run != kRuns; ++run)
-        for (std::size_t size = 0; size != kSizes.size(); ++size) {
-            const auto once = Size(workshop, kSizes[size]).run();
+        for (std::size_t size = 0; size != kItems.size(); ++size) {
+            const auto once = sizes[size].run();
             for (std::size_t road = 0; road != kRoads.size(); ++road)
                 times[size][road].push_back(once[road]);
         }
     for (std::size_t road = 0; road != kRoads.size(); ++road)
-        for (std::size_t size = 1; size != kSizes.size(); ++size) {
+        for (std::size_t size = 1; size != kItems.size(); ++size) {
             const double seconds = median(times[size][road]);
             results.push_back(
                 {std::string("growth: ") + kRoads[road],
-                 std::to_string(kSizes[size - 1]) + " to " + std::to_string(kSizes[size]),
+                 std::to_string(kItems[size - 1]) + " to " + std::to_string(kItems[size]),
                  seconds,
                  "",
                  "the step before",

@@ -2,12 +2,9 @@
 #include "bench/Generators.hpp"
 #include "bench/Roads.hpp"
 #include "bench/Timing.hpp"
-#include "workbench/core/DocumentWriter.hpp"
 #include "workbench/core/ElementWalk.hpp"
 #include "workbench/core/ProjectImport.hpp"
 #include "workbench/core/TextFile.hpp"
-
-#include <corvane/utils/io/FileOutputStream.hpp>
 
 #include <array>
 #include <cstdio>
@@ -24,12 +21,6 @@ namespace {
 constexpr int kRuns = 5;
 constexpr std::size_t kItems = 1'000'000;
 constexpr std::size_t kBlocks = 100;
-
-std::size_t countElements(const core::Project& project) {
-    std::size_t count = 0;
-    core::forEachElement(project.model().root().childElements(), [&](auto&) { ++count; });
-    return count;
-}
 
 /// The first data block's spin box, through which its number changes.
 workbench::ui::Control& numberOf(const core::OpenForm& form) { return *form.controls().front(); }
@@ -74,11 +65,7 @@ std::size_t residentBytesOfProject(const std::filesystem::path& file) {
 double measureSaveAndLoad(const Workshop& workshop, const core::Project& project,
                           std::vector<Result>& results) {
     const auto file = workshop.path("project.json");
-    const auto write = [&] {
-        auto stream = utils::io::FileOutputStream::create(file);
-        core::writeProject(stream, workshop.plugins(), project.model().root());
-        stream.flush();
-    };
+    const auto write = [&] { workshop.save(project, file); };
     const auto text = (write(), core::readTextFile(file));
     auto script = std::make_unique<WritingScript>(text);
     const auto [removed, save, writer] = medianSecondsInTurn(
@@ -107,8 +94,9 @@ double measureSaveAndLoad(const Workshop& workshop, const core::Project& project
                        {}});
 
     loaded.reset();
-    const auto bytes = static_cast<double>(residentBytesOfProject(file)) /
-                       static_cast<double>(countElements(project));
+    const auto bytes =
+        static_cast<double>(residentBytesOfProject(file)) /
+        static_cast<double>(core::countElements(project.model().root().childElements()));
     results.push_back({"memory of a loaded project", "1,000,000 items", 0, "", "bytes per item",
                        bytes, 600, bytes});
     return load / kItems;

@@ -1,6 +1,9 @@
 #include "bench/Workshop.hpp"
 
+#include "workbench/core/DocumentWriter.hpp"
+
 #include <corvane/utils/core/Uuid.hpp>
+#include <corvane/utils/io/FileOutputStream.hpp>
 #include <corvane/utils/string/Utf.hpp>
 
 #include <fstream>
@@ -35,6 +38,12 @@ Workshop::Target Workshop::newTarget() const {
     Target target{core::Project(plugins_), nullptr};
     target.element = core::addImportTarget(target.project, ".db");
     return target;
+}
+
+void Workshop::save(const core::Project& project, const std::filesystem::path& file) const {
+    auto stream = utils::io::FileOutputStream::create(file);
+    core::writeProject(stream, plugins_, project.model().root());
+    stream.flush();
 }
 
 std::string Workshop::documentOf(workbench::model::Element& element,

@@ -33,6 +33,9 @@ public:
     };
     [[nodiscard]] Target newTarget() const;
 
+    /// Writes the project into a new file, without the flush to disk; an old one must be gone.
+    void save(const workbench::core::Project& project, const std::filesystem::path& file) const;
+
     /// Presses the import button of an element; the document's text.
     [[nodiscard]] static std::string documentOf(workbench::model::Element& element,
                                                 const std::filesystem::path& file);

@@ -32,11 +32,10 @@ public:
     void visit(ui::ReferenceChooser&) override { value = wide_; }
 
     void visit(ui::SpinBoxControl& control) override {
-        const auto& [minimum, maximum, step] = control.range();
         if (const auto number = utils::numeric::parseDigits<std::uint64_t>(text_))
             value = *number;
         else if (!text_.empty() && std::ranges::all_of(text_, isDigit))
-            refuse("the value must lie between " + textOf(minimum) + " and " + textOf(maximum));
+            refuse(narrow(control.limitsText())); // too large for any field
         else
             refuse(quoted() + " is not a decimal number");
     }

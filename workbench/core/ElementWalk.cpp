@@ -14,6 +14,12 @@ void forEachElement(ElementList elements, FunctionRef<void(model::Element&)> vis
     }
 }
 
+std::size_t countElements(ElementList elements) {
+    std::size_t count = 0;
+    forEachElement(elements, [&](model::Element&) { ++count; });
+    return count;
+}
+
 void configureAndPublish(ElementList elements) {
     bindings::PropertyConfigurationContext context;
     forEachElement(elements, [&](model::Element& element) {

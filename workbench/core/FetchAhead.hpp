@@ -14,8 +14,7 @@ namespace corvane::workbench::core {
 /// waiting for the next one.
 inline void fetchAhead(std::span<const std::unique_ptr<model::Element>> elements,
                        std::size_t index) {
-    constexpr std::size_t kElement =
-        8; // is known by its address when its skill element is asked for
+    constexpr std::size_t kElement = 8; // so that it is there when it is asked for its other half
     constexpr std::size_t kSkillElement = 4;
     constexpr std::size_t kSkillElementLines = 3; // those of a skill element with some fields
     constexpr std::size_t kLine = 64;             // bytes

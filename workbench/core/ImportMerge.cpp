@@ -1,5 +1,6 @@
 #include "workbench/core/ImportMerge.hpp"
 
+#include "workbench/core/ElementWalk.hpp"
 #include "workbench/core/FetchAhead.hpp"
 #include "workbench/core/IdentityIndex.hpp"
 
@@ -169,7 +170,7 @@ private:
         auto& added = parent_.appendChild(std::move(staged_[index]), candidate);
         noteAppended(position);
         Staging::setPaired(added, true); // it is not one to be replaced
-        outcome_.added += countOf(added);
+        outcome_.added += 1 + countElements(added.childElements());
         return added;
     }
 
@@ -181,13 +182,6 @@ private:
             changes_->appendings.push_back({&parent_, position, 0});
         }
         ++changes_->appendings[*appending_].count;
-    }
-
-    static std::size_t countOf(const Element& element) {
-        std::size_t count = 1;
-        for (const auto& child : element.childElements())
-            count += countOf(*child);
-        return count;
     }
 
     Element& parent_;

@@ -34,15 +34,6 @@ struct Aside {
     std::optional<core::OpenForm> form;
 };
 
-const core::LoadedClass* loadedClass(const core::PluginHost& plugins,
-                                     const skill::Element::Class& elementClass) {
-    for (const auto& skill : plugins.skills())
-        for (const auto& entry : skill.classes)
-            if (entry.elementClass == &elementClass)
-                return &entry;
-    return nullptr;
-}
-
 } // namespace
 
 std::string extensionOf(const QString& file) {
@@ -105,9 +96,9 @@ void Importer::importIntoNew(const QString& file, const std::string& extension) 
         return;
     }
     auto& button = *aside->form.emplace(*reader).importButton(extension);
-    const auto* const newClass = loadedClass(session_->plugins(), reader->elementClass());
-    read(button, file, [this, aside, newClass, file](ui::ImportedDocument document) {
-        if (auto* const target = session_->add(session_->root(), *newClass))
+    const auto& newClass = session_->plugins().entryOf(reader->elementClass());
+    read(button, file, [this, aside, &newClass, file](ui::ImportedDocument document) {
+        if (auto* const target = session_->add(session_->root(), newClass))
             merge(*target, file, std::move(document), true);
     });
 }

@@ -15,12 +15,6 @@ constexpr std::string_view kContext = "corvane::workbench::gui::ProjectSession";
 constexpr std::size_t kLargeProject = 20'000;
 constexpr std::size_t kNamedLostReferences = 3;
 
-std::size_t countElements(const core::Project& project) {
-    std::size_t count = 0;
-    core::forEachElement(project.model().root().childElements(), [&](model::Element&) { ++count; });
-    return count;
-}
-
 } // namespace
 
 ProjectSession::ProjectSession(const core::PluginHost& plugins, BusyRunner& runner)
@@ -52,7 +46,7 @@ void ProjectSession::replaceProject(std::unique_ptr<core::Project> project, bool
         [this, oldEditor = std::move(oldEditor), oldProject = std::move(oldProject)]() mutable {
             oldEditor.reset();
             oldProject.reset();
-            elementCount_ = countElements(*project_);
+            elementCount_ = core::countElements(root().childElements());
         },
         [this](const std::exception_ptr&) {
             editor_->setObserver(this);
@@ -104,7 +98,7 @@ void ProjectSession::performBeside(Effect effect, const QString& title, Work wor
         [this, effect, work = std::move(work)]() mutable {
             work();
             if (effect == Effect::structure)
-                elementCount_ = countElements(*project_);
+                elementCount_ = core::countElements(root().childElements());
         },
         [this, effect, then = std::move(then)](const std::exception_ptr& failure) mutable {
             editor_->setObserver(this);
@@ -286,7 +280,7 @@ void ProjectSession::changeOfStructure() {
 // A large project stays one until it is counted beside the window.
 void ProjectSession::recount() {
     if (elementCount_ < kLargeProject)
-        elementCount_ = countElements(*project_);
+        elementCount_ = core::countElements(root().childElements());
 }
 
 void ProjectSession::aboutToInsert(model::Element& parent, std::size_t position,

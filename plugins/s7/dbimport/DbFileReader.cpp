@@ -2,15 +2,20 @@
 
 #include "dbimport/Messages.hpp"
 
+#include <corvane/utils/string/FindByte.hpp>
+#include <corvane/utils/string/Word.hpp>
+
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 namespace corvane::workbench::plugins::s7Driver {
 
 namespace {
+
+namespace word = utils::string::word;
+using utils::string::findByte;
+using utils::string::findLineEnding;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -33,30 +38,12 @@ bool take(utils::io::InputStream& stream, char expected) {
     return true;
 }
 
-/// The first `byte` in [begin, end), or `end`.
-const char* findByte(const char* begin, const char* end, char byte) {
-    const void* const found = std::memchr(begin, byte, static_cast<std::size_t>(end - begin));
-    return found != nullptr ? static_cast<const char*>(found) : end;
-}
-
-/// The line ending behind a line comment, or `end` if it is not soon found.
-const char* findLineEnding(const char* at, const char* end) {
-    constexpr std::ptrdiff_t kSoon = 256;
-    const char* const limit = at + std::min(kSoon, end - at);
-    const char* const found = findByte(at, findByte(at, limit, '\n'), '\r');
-    return found == limit ? end : found;
-}
-
 /// Behind the spaces at `at`, as far as they are seen at a glance.
 const char* behindIndentation(const char* at, const char* end) {
-    constexpr std::uint64_t kSpaces = 0x2020202020202020;
-    std::uint64_t bytes = 0;
-    if (static_cast<std::size_t>(end - at) < sizeof(bytes))
+    if (static_cast<std::size_t>(end - at) < word::kSize)
         return at;
-    std::memcpy(&bytes, at, sizeof(bytes));
-    if constexpr (std::endian::native == std::endian::big)
-        bytes = std::byteswap(bytes);
-    return at + std::countr_zero(bytes ^ kSpaces) / 8;
+    const std::uint64_t others = word::load(at) ^ word::repeat(' ');
+    return at + (others == 0 ? word::kSize : word::firstOf(others));
 }
 
 /// Behind the blanks and line comments at `at`, as far as [at, end) tells what they are.

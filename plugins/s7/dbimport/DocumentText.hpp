@@ -1,6 +1,5 @@
 #pragma once
 
-#include <corvane/utils/json/Encoder.hpp>
 #include <corvane/utils/string/Utf.hpp>
 
 #include <string>

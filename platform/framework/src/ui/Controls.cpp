@@ -69,13 +69,17 @@ void TextField::restoreValue(const StoredValue& value) {
     accessor_.set(std::get<std::u16string>(value));
 }
 
+std::u16string SpinBoxControl::limitsText() const {
+    return i18n::fill(i18n::translate(kContext, "the value must lie between {} and {}"),
+                      {decimal(range_.minimum), decimal(range_.maximum)});
+}
+
 SetResult SpinBoxControl::setValue(const ControlValue& value) {
     const auto* const number = std::get_if<std::uint64_t>(&value);
     if (number == nullptr)
         return refuseType();
     if (*number < range_.minimum || *number > range_.maximum)
-        return refuse("the value must lie between {} and {}",
-                      {decimal(range_.minimum), decimal(range_.maximum)});
+        return std::unexpected(limitsText());
     store(*number);
     return {};
 }

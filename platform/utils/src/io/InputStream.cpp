@@ -1,8 +1,7 @@
 #include <corvane/utils/io/InputStream.hpp>
 
-#include <algorithm>
-#include <cstddef>
-#include <cstring>
+#include <corvane/utils/string/FindByte.hpp>
+
 #include <stdexcept>
 
 namespace corvane::utils::io {
@@ -10,26 +9,6 @@ namespace corvane::utils::io {
 namespace {
 
 constexpr bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
-/// The first `byte` in [begin, end), or `end`.
-const char* find(const char* begin, const char* end, char byte) {
-    const void* found = std::memchr(begin, byte, static_cast<std::size_t>(end - begin));
-    return found ? static_cast<const char*>(found) : end;
-}
-
-/// The first line feed or carriage return in [begin, end), or `end`. Goes in steps, since a text
-/// with one kind of line ending would else be searched to its end for the other, line after line.
-const char* findLineEnding(const char* begin, const char* end) {
-    constexpr std::ptrdiff_t kStep = 256;
-    while (begin != end) {
-        const char* stepEnd = begin + std::min(kStep, end - begin);
-        const char* found = find(begin, find(begin, stepEnd, '\n'), '\r');
-        if (found != stepEnd)
-            return found;
-        begin = stepEnd;
-    }
-    return end;
-}
 
 } // namespace
 
@@ -51,7 +30,7 @@ bool InputStream::skipWhitespace() {
 
 void InputStream::skipLine() {
     while (ensureBuffer()) {
-        cursor_ = findLineEnding(cursor_, end_);
+        cursor_ = string::findLineEnding(cursor_, end_);
         if (cursor_ != end_)
             return;
     }

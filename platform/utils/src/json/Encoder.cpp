@@ -2,8 +2,7 @@
 
 #include <corvane/utils/string/CopyText.hpp>
 #include <corvane/utils/string/Utf.hpp>
-
-#include "../string/Word.hpp"
+#include <corvane/utils/string/Word.hpp>
 
 #include <algorithm>
 #include <array>

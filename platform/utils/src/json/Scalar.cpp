@@ -1,7 +1,8 @@
 #include "Scalar.hpp"
 
+#include <corvane/utils/string/Word.hpp>
+
 #include "../string/CodePoint.hpp"
-#include "../string/Word.hpp"
 
 #include <algorithm>
 #include <charconv>

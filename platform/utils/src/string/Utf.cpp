@@ -1,7 +1,8 @@
 #include <corvane/utils/string/Utf.hpp>
 
+#include <corvane/utils/string/Word.hpp>
+
 #include "CodePoint.hpp"
-#include "Word.hpp"
 
 #include <utf8.h>
 

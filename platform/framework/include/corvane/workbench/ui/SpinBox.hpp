@@ -23,6 +23,9 @@ public:
     [[nodiscard]] const Range& range() const { return range_; }
     [[nodiscard]] const Settings& settings() const { return settings_; }
 
+    /// The reason for which a number outside the limits is refused; translated.
+    [[nodiscard]] std::u16string limitsText() const;
+
     /// Takes a number within the limits.
     SetResult setValue(const ControlValue& value) override;
 
