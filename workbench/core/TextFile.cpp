@@ -3,6 +3,7 @@
 #include <corvane/utils/core/Uuid.hpp>
 #include <corvane/utils/io/FileInputStream.hpp>
 #include <corvane/utils/io/FileOutputStream.hpp>
+#include <corvane/utils/memory/LargePages.hpp>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -67,6 +68,7 @@ std::string readTextFile(const fs::path& file) try {
     utils::io::FileInputStream stream(file);
     std::string text;
     text.reserve(identityOf(file).size);
+    utils::memory::preferLargePages(text.data(), text.capacity());
     while (stream.ensureBuffer()) {
         text.append(stream.cursor(), stream.bufferEnd());
         stream.advanceTo(stream.bufferEnd());

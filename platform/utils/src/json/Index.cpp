@@ -2,6 +2,8 @@
 
 #include "Tokens.hpp"
 
+#include <corvane/utils/memory/LargePages.hpp>
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -139,7 +141,9 @@ Index::Index(const Source& source) : source_(&source) {
     const Tokens tokens(source);
     // A closed bracket needs no slot of its own and leaves it to its opening one, so that only the
     // brackets still open can make the slots more than the tokens.
-    slots_ = std::make_unique_for_overwrite<std::uint32_t[]>(tokens.offsets().size() + kMaxDepth);
+    const std::size_t slots = tokens.offsets().size() + kMaxDepth;
+    slots_ = std::make_unique_for_overwrite<std::uint32_t[]>(slots);
+    memory::preferLargePages(slots_.get(), slots * sizeof(std::uint32_t));
     trailing_ = Builder(source, tokens.offsets(), slots_.get()).run();
 }
 

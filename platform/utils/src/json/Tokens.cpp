@@ -1,5 +1,6 @@
 #include "Tokens.hpp"
 
+#include <corvane/utils/memory/LargePages.hpp>
 #include <corvane/utils/string/Utf.hpp>
 
 #include <simdjson.h>
@@ -56,9 +57,12 @@ Tokens::Tokens(const Source& source) : parser_(std::make_unique<Parser>()) {
     constexpr std::size_t kNoDepth = 1;
     auto error = simdjson::get_active_implementation()->create_dom_parser_implementation(
         source.size(), kNoDepth, stages);
-    if (!error)
+    if (!error) {
+        memory::preferLargePages(stages->structural_indexes.get(),
+                                 source.size() * sizeof(std::uint32_t));
         error = stages->stage1(reinterpret_cast<const std::uint8_t*>(source.begin()), source.size(),
                                simdjson::stage1_mode::regular);
+    }
     if (error)
         fail(source, error);
     offsets_ = {stages->structural_indexes.get(), stages->n_structural_indexes};

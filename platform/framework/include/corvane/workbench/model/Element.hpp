@@ -1,6 +1,7 @@
 #pragma once
 
 #include <corvane/utils/Export.hpp>
+#include <corvane/utils/memory/Pool.hpp>
 #include <corvane/workbench/FunctionRef.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
 #include <corvane/workbench/skill/Element.hpp>
@@ -32,6 +33,11 @@ public:
     Element(const Element&) = delete;
     Element& operator=(const Element&) = delete;
     ~Element();
+
+    static void* operator new(std::size_t size) { return utils::memory::allocatePooled(size); }
+    static void operator delete(void* element, std::size_t size) {
+        utils::memory::freePooled(element, size);
+    }
 
     [[nodiscard]] const std::string& name() const { return name_; }
 

@@ -4,6 +4,7 @@
 #include <corvane/utils/core/Uuid.hpp>
 #include <corvane/utils/json/Decoder.hpp>
 #include <corvane/utils/json/Encoder.hpp>
+#include <corvane/utils/memory/Pool.hpp>
 #include <corvane/workbench/FunctionRef.hpp>
 #include <corvane/workbench/bindings/PropertyConfigurationContext.hpp>
 #include <corvane/workbench/bindings/PropertyController.hpp>
@@ -39,6 +40,11 @@ class Binding;
 class CORVANE_EXPORT Element : public bindings::PropertyController {
 public:
     class Class;
+
+    static void* operator new(std::size_t size) { return utils::memory::allocatePooled(size); }
+    static void operator delete(void* element, std::size_t size) {
+        utils::memory::freePooled(element, size);
+    }
 
     /// Visits the skill elements of the model element's children.
     void forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)> visit) override;
