@@ -8,7 +8,7 @@ namespace corvane::workbench::plugins::s7Driver {
 
 ArrayNode::ArrayNode(std::string_view name, ExternalAccess access,
                      std::span<const Dimension> dimensions)
-    : DataBlockNode(name, access), index_(dimensions) {}
+    : ParentNode(name, access), index_(dimensions) {}
 
 void ArrayNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                               ElementPath& path) {

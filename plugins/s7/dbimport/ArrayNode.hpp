@@ -10,7 +10,7 @@ namespace corvane::workbench::plugins::s7Driver {
 /// An array. Its only child is the node of its element type, which bears the array's name and is
 /// written once per element; the array writes nothing of its own, so that its elements are siblings
 /// of its neighbours.
-class ArrayNode final : public DataBlockNode {
+class ArrayNode final : public ParentNode {
 public:
     /// Throws std::runtime_error as ArrayIndex does.
     ArrayNode(std::string_view name, ExternalAccess access, std::span<const Dimension> dimensions);

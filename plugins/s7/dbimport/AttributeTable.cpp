@@ -1,6 +1,7 @@
 #include "dbimport/AttributeTable.hpp"
 
 #include "dbimport/FoldCase.hpp"
+#include "dbimport/Keywords.hpp"
 #include "dbimport/Messages.hpp"
 
 #include <algorithm>
@@ -25,6 +26,15 @@ AttributeTable::Entry* AttributeTable::find(std::string_view name) {
 bool AttributeTable::isFalse(std::string_view name) const {
     const auto entry = std::ranges::find(entries_, name, &Entry::name);
     return entry != entries_.end() && entry->isFalse;
+}
+
+AttributeTable variableAttributes() {
+    return AttributeTable{kAccessibleAttribute, kWritableAttribute};
+}
+
+ExternalAccess accessOf(const AttributeTable& variableAttributes) {
+    return {!variableAttributes.isFalse(kAccessibleAttribute),
+            !variableAttributes.isFalse(kWritableAttribute)};
 }
 
 bool endsAttributeBlock(char separator) {

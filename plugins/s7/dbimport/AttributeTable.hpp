@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dbimport/VariableDeclaration.hpp"
+
 #include <array>
 #include <cstddef>
 #include <initializer_list>
@@ -36,6 +38,10 @@ public:
 private:
     std::array<Entry, kCapacity> entries_;
 };
+
+/// A table for the attributes of a variable, and what it says of the access to that variable.
+[[nodiscard]] AttributeTable variableAttributes();
+[[nodiscard]] ExternalAccess accessOf(const AttributeTable& variableAttributes);
 
 /// Whether `separator`, which stands behind an attribute's value, ends the attribute block ("}") or
 /// leads to the next attribute (";"). Throws std::runtime_error for any other.

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -36,10 +37,10 @@ public:
 
     DataBlockNode(const DataBlockNode&) = delete;
     DataBlockNode& operator=(const DataBlockNode&) = delete;
-    virtual ~DataBlockNode();
+    virtual ~DataBlockNode() = default;
 
     /// Appends a child.
-    virtual void addChild(NodeOwner<DataBlockNode> child);
+    virtual void addChild(NodeOwner<DataBlockNode> child) = 0;
 
     /// Writes this node's elements into `targetArray` and moves `position` behind the memory that
     /// they take. The path is the same after the call as before, without its index suffix.
@@ -56,7 +57,7 @@ public:
     [[nodiscard]] virtual double documentSize(std::size_t indexSize) const = 0;
 
     [[nodiscard]] std::string name() const { return std::string(name_); }
-    [[nodiscard]] const Children& children() const;
+    [[nodiscard]] virtual const Children& children() const;
     [[nodiscard]] ExternalAccess access() const { return access_; }
 
 protected:
@@ -65,16 +66,27 @@ protected:
     /// The name without a copy.
     [[nodiscard]] std::string_view nameView() const { return name_; }
 
+private:
+    std::string_view name_;
+    ExternalAccess access_;
+};
+
+/// A node that has children.
+class ParentNode : public DataBlockNode {
+public:
+    void addChild(NodeOwner<DataBlockNode> child) override {
+        children_.push_back(std::move(child));
+    }
+    [[nodiscard]] const Children& children() const final { return children_; }
+
+protected:
+    using DataBlockNode::DataBlockNode;
+
     void writeChildren(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                        ElementPath& path);
 
-    /// The sum of the children's document sizes, without an index on them.
-    [[nodiscard]] double childrenDocumentSize() const;
-
 private:
-    std::string_view name_;
-    std::unique_ptr<Children> children_; // none for most nodes, which are leaves
-    ExternalAccess access_;
+    Children children_;
 };
 
 inline void EndNode::operator()(DataBlockNode* node) const { std::destroy_at(node); }

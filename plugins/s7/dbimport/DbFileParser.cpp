@@ -5,6 +5,7 @@
 #include "dbimport/Decimal.hpp"
 #include "dbimport/FoldCase.hpp"
 #include "dbimport/Keywords.hpp"
+#include "dbimport/PlainDeclaration.hpp"
 #include "dbimport/TypeTable.hpp"
 
 #include "address/DataBlockPrefix.hpp"
@@ -145,6 +146,15 @@ void DbFileParser::parseBlockAttributes() {
     standardAccess_ = true;
 }
 
+bool DbFileParser::peekPlainDeclaration(PlainDeclaration& declaration) const {
+    return readPlainDeclaration(reader_->lookAhead(), declaration);
+}
+
+void DbFileParser::skipPlainDeclaration(const PlainDeclaration& declaration) {
+    reader_->passOver(declaration.size);
+    reader_->skipBlanks();
+}
+
 //    Speed { ExternalWritable := 'False' } : Int := 100;
 //    ^
 bool DbFileParser::parseDeclaration(VariableDeclaration& declaration, bool isTopLevel) {
@@ -194,10 +204,9 @@ bool DbFileParser::endsStructure(const std::string& name, bool isTopLevel) {
 }
 
 void DbFileParser::parseVariableAttributes(ExternalAccess& access) {
-    AttributeTable table{kAccessibleAttribute, kWritableAttribute};
+    AttributeTable table = variableAttributes();
     parseAttributes(table);
-    access.externalAccessible = !table.isFalse(kAccessibleAttribute);
-    access.externalWritable = !table.isFalse(kWritableAttribute);
+    access = accessOf(table);
 }
 
 //    Array[0..3, -1..1] of Real := [12(0.0)];

@@ -13,6 +13,7 @@ namespace corvane::workbench::plugins::s7Driver {
 
 class AttributeTable;
 class DbFileReader;
+struct PlainDeclaration;
 
 /// Consumes one character and the blanks behind it; fails with `message` when it is not `expected`.
 void consume(DbFileReader& reader, char expected, Message message);
@@ -49,6 +50,13 @@ public:
     /// Reads one line between the header and the body. True when it was STRUCT, BEGIN or
     /// END_DATA_BLOCK, which `state` then tells apart.
     [[nodiscard]] bool parseHeaderLine();
+
+    /// Whether a plain declaration is next, which is then looked at and not consumed. If none is,
+    /// `parseDeclaration` says what stands there.
+    [[nodiscard]] bool peekPlainDeclaration(PlainDeclaration& declaration) const;
+
+    /// Consumes the declaration that was peeked at; its views are valid until then.
+    void skipPlainDeclaration(const PlainDeclaration& declaration);
 
     /// Reads one declaration up to its type, or the end of the structure: then the result is false.
     /// What of the type is read is said at `parseType`.

@@ -1,19 +1,17 @@
 #include "dbimport/DbFileReader.hpp"
 
 #include "dbimport/Messages.hpp"
+#include "dbimport/WordScan.hpp"
 
 #include <corvane/utils/string/FindByte.hpp>
-#include <corvane/utils/string/Word.hpp>
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 
 namespace corvane::workbench::plugins::s7Driver {
 
 namespace {
 
-namespace word = utils::string::word;
 using utils::string::findByte;
 using utils::string::findLineEnding;
 
@@ -38,26 +36,48 @@ bool take(utils::io::InputStream& stream, char expected) {
     return true;
 }
 
-/// Behind the spaces at `at`, as far as they are seen at a glance.
-const char* behindIndentation(const char* at, const char* end) {
-    if (static_cast<std::size_t>(end - at) < word::kSize)
+/// Behind the blanks at `at`.
+const char* behindBlanks(const char* at, const char* end) {
+    return scan::behind(at, end, scan::isBlank, [](const char* rest, const char* restEnd) {
+        return std::find_if_not(rest, restEnd, Delimiters::isBlank);
+    });
+}
+
+/// The end of the line at `at`.
+const char* lineEnding(const char* at, const char* end) {
+    const auto isInside = [](scan::Block block) { return ~scan::isLineEnding(block); };
+    return scan::behind(at, end, isInside, findLineEnding);
+}
+
+/// Behind the rest of a line, which is empty or a comment, and the indentation of the next one: the
+/// usual way from one declaration to the next. `at` itself where there is something else, and near
+/// the end. Comments stand where they like: so one way for lines with and without them.
+const char* behindLine(const char* at, const char* end) {
+    constexpr auto kLooks = static_cast<std::ptrdiff_t>(scan::kLineSize + scan::kBlockSize);
+    if (end - at < kLooks)
         return at;
-    const std::uint64_t others = word::load(at) ^ word::repeat(' ');
-    return at + (others == 0 ? word::kSize : word::firstOf(others));
+    const std::size_t size = scan::lineSize(at);
+    const std::size_t blanks = scan::leading(scan::isBlank(scan::load(at)));
+    const bool isComment = at[blanks] == '/' && at[blanks + 1] == '/';
+    if (size == scan::kLineSize || (!isComment && blanks < size))
+        return at;
+    const std::size_t indentation = scan::leading(scan::isBlank(scan::load(at + size)));
+    return indentation == scan::kBlockSize ? at : at + size + indentation;
 }
 
 /// Behind the blanks and line comments at `at`, as far as [at, end) tells what they are.
-const char* behindBlanks(const char* at, const char* end) {
+const char* behindBlanksAndComments(const char* at, const char* end) {
+    at = behindLine(at, end);
+    if (at != end && !Delimiters::isBlank(*at) && *at != '/')
+        return at;
     for (;;) {
-        at = behindIndentation(at, end);
-        while (at != end && Delimiters::isBlank(*at))
-            at = behindIndentation(at + 1, end);
+        at = behindBlanks(at, end);
         if (end - at < 2 || at[0] != '/' || at[1] != '/')
             return at;
-        const char* const lineEnding = findLineEnding(at, end);
-        if (lineEnding == end)
+        const char* const ending = lineEnding(at, end);
+        if (ending == end)
             return at;
-        at = lineEnding;
+        at = ending;
     }
 }
 
@@ -72,7 +92,7 @@ void DbFileReader::skipByteOrderMark() {
 bool DbFileReader::skipBlanksAndComments() {
     const char* const begin = stream_->cursor();
     const char* const end = stream_->bufferEnd();
-    const char* const next = behindBlanks(begin, end);
+    const char* const next = behindBlanksAndComments(begin, end);
     stream_->advanceTo(next);
     const bool skipped = next != begin;
     if (next != end && !Delimiters::mayBeginComment(*next))

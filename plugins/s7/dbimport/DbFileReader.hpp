@@ -5,6 +5,7 @@
 
 #include <corvane/utils/io/InputStream.hpp>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -46,6 +47,16 @@ public:
 
     /// Whether the next character is `expected`.
     [[nodiscard]] bool nextIs(char expected) { return peekChar() == expected; }
+
+    /// What of the input is at hand, to be looked at ahead of its reading; empty where nothing is,
+    /// and while a pushed-back character waits.
+    [[nodiscard]] std::string_view lookAhead() const {
+        return accumulator_.present() ? std::string_view()
+                                      : std::string_view(stream_->cursor(), stream_->bufferEnd());
+    }
+
+    /// Consumes the first `size` bytes of `lookAhead` and nothing behind them.
+    void passOver(std::size_t size) { stream_->advanceTo(stream_->cursor() + size); }
 
     /// Consumes one character and nothing behind it. Fails at the end of the input.
     char readChar() {

@@ -42,7 +42,7 @@ public:
     [[nodiscard]] ElementBudget& budget() { return *budget_; }
 
     /// The ready texts of the items of this walk.
-    [[nodiscard]] itemText::Tail& itemTail() { return itemTail_; }
+    [[nodiscard]] itemText::Shared& itemTexts() { return itemTexts_; }
 
     /// The members of the struct `name`: the path is longer by its name and index for as long as
     /// this object lives, and no index lies on the members.
@@ -67,7 +67,7 @@ private:
     std::string path_; // of the item that was asked for last
     bool tracked_;
     ElementBudget* budget_;
-    itemText::Tail itemTail_;
+    itemText::Shared itemTexts_;
 };
 
 } // namespace corvane::workbench::plugins::s7Driver

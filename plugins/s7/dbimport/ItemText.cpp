@@ -3,8 +3,10 @@
 #include "address/DataBlockPrefix.hpp"
 #include "dbimport/DocumentKeys.hpp"
 #include "dbimport/MemoryPosition.hpp"
+#include "dbimport/WordScan.hpp"
 #include "elements/DocumentKeys.hpp"
 
+#include <corvane/utils/json/PlainText.hpp>
 #include <corvane/utils/string/CopyText.hpp>
 #include <corvane/workbench/config/DocumentKeys.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
@@ -52,9 +54,10 @@ constexpr auto kTypePieces = [] {
 /// Behind the length of a text.
 constexpr Piece kAddress = pieceOf({",\"", keys::kAddress.text(), "\":\"", kDataBlockMarker});
 
-char* number(char* target, std::uint64_t value) {
+/// Writes a number and returns its size.
+std::size_t numberAt(char* target, std::uint64_t value) {
     constexpr std::ptrdiff_t kLongest = 20;
-    return std::to_chars(target, target + kLongest, value).ptr;
+    return static_cast<std::size_t>(std::to_chars(target, target + kLongest, value).ptr - target);
 }
 
 std::string tailText(std::string_view command, bool writable) {
@@ -66,26 +69,27 @@ std::string tailText(std::string_view command, bool writable) {
 
 } // namespace
 
-std::string_view Tail::of(const model::ImportReference& command, bool writable) {
-    Entry& entry = entries_[writable ? 1 : 0];
-    if (entry.command != &command) {
-        entry.command = &command;
-        entry.text = utils::json::encoder::isPlain(command.text())
-                         ? tailText(command.text(), writable)
-                         : std::string();
-    }
-    return entry.text;
+void Tail::renew(Entry& entry, const model::ImportReference& command, bool writable) {
+    entry.command = &command;
+    entry.text = utils::json::encoder::isPlain(command.text()) ? tailText(command.text(), writable)
+                                                               : std::string();
 }
 
-char* write(char* target, const Item& item, const MemoryPosition& place) {
+void Offset::renew(std::uint64_t hundreds) {
+    hundreds_ = hundreds;
+    size_ = hundreds == 0 ? 0 : numberAt(text_.data(), hundreds);
+}
+
+char* write(char* target, const Item& item, const MemoryPosition& place, Offset& offset) {
     const TypeFacts& facts = *item.facts;
     target = kHead.copyTo(target);
-    target = copyText(target, item.name);
-    target = copyText(target, item.indexSuffix);
+    target = scan::copyShort(target, item.name);
+    if (!item.indexSuffix.empty())
+        target = copyText(target, item.indexSuffix);
     target = kTypePieces[static_cast<std::size_t>(facts.type) - 1].copyTo(target);
     if (facts.isText())
-        target = kAddress.copyTo(number(target, item.elementCount.value_or(kDefaultTextLength)));
-    target = number(target, place.byteOffset);
+        target = kAddress.copyTo(target + numberAt(target, item.textLength));
+    target = offset.copyTo(target, place.byteOffset);
     if (facts.alignment == Alignment::bit) {
         *target++ = '.';
         *target++ = static_cast<char>('0' + place.bitOffset);

@@ -7,7 +7,6 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,14 +47,58 @@ class Tail {
 public:
     /// The tail for this command, which is the same object as long as it is the same command; empty
     /// where the command's text cannot be copied as it is.
-    [[nodiscard]] std::string_view of(const model::ImportReference& command, bool writable);
+    [[nodiscard]] std::string_view of(const model::ImportReference& command, bool writable) {
+        Entry& entry = entries_[writable ? 1 : 0];
+        if (entry.command != &command)
+            renew(entry, command, writable);
+        return entry.text;
+    }
 
 private:
     struct Entry {
         const model::ImportReference* command = nullptr;
         std::string text;
     };
+    static void renew(Entry& entry, const model::ImportReference& command, bool writable);
+
     std::array<Entry, 2> entries_; // read-only, writable
+};
+
+/// The decimal text of byte offsets, of which most share all but the last two digits with the one
+/// before.
+class Offset {
+public:
+    /// The bytes that `copyTo` may write.
+    static constexpr std::size_t kLargest = 24;
+
+    /// Returns the end of the text.
+    [[nodiscard]] char* copyTo(char* target, std::uint64_t offset) {
+        if (offset < 10) {
+            *target = static_cast<char>('0' + offset);
+            return target + 1;
+        }
+        if (offset / 100 != hundreds_)
+            renew(offset / 100);
+        std::memcpy(target, text_.data(), text_.size());
+        const std::uint64_t rest = offset % 100;
+        target += size_;
+        target[0] = static_cast<char>('0' + rest / 10);
+        target[1] = static_cast<char>('0' + rest % 10);
+        return target + 2;
+    }
+
+private:
+    void renew(std::uint64_t hundreds);
+
+    std::uint64_t hundreds_ = 0;
+    std::array<char, kLargest - 2> text_{}; // the hundreds; nothing where there are none
+    std::size_t size_ = 0;
+};
+
+/// What the items of one walk share.
+struct Shared {
+    Tail tail;
+    Offset offset;
 };
 
 /// The bytes that an item takes at most, beside its name, its index and its tail.
@@ -63,15 +106,16 @@ inline constexpr std::size_t kLargestItem = 4 * sizeof(Piece);
 
 /// What differs from item to item.
 struct Item {
-    std::string_view name;
+    std::string_view name; // as of a PlainName
     std::string_view indexSuffix;
     const TypeFacts* facts;
-    std::optional<std::uint64_t> elementCount;
+    std::uint64_t textLength; // of a text only
     std::string_view tail;
 };
 
 /// Writes the item that lies at `place`; returns the end of the text. There is room for it.
-[[nodiscard]] char* write(char* target, const Item& item, const MemoryPosition& place);
+[[nodiscard]] char* write(char* target, const Item& item, const MemoryPosition& place,
+                          Offset& offset);
 
 } // namespace itemText
 

@@ -3,6 +3,7 @@
 #include "dbimport/FoldCase.hpp"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -37,13 +38,15 @@ inline constexpr std::array kKeywords = {
 };
 
 /// For each first letter, as a byte of the file, the lengths of the keywords that begin with it:
-/// bit n for n characters.
+/// bit n for n characters. With a quoted name behind it, a header's keyword is longer.
 inline constexpr auto kKeywordLengths = [] {
     std::array<std::uint16_t, 256> lengths{};
     for (const KeywordText& row : kKeywords)
         for (unsigned letter = 0; letter != lengths.size(); ++letter)
             if (foldCase(static_cast<char>(letter)) == row.text.front())
-                lengths[letter] |= static_cast<std::uint16_t>(1U << row.text.size());
+                lengths[letter] |= static_cast<std::uint16_t>(row.keyword == Keyword::dataBlock
+                                                                  ? ~0U << row.text.size()
+                                                                  : 1U << row.text.size());
     return lengths;
 }();
 
@@ -52,23 +55,27 @@ inline constexpr std::string_view kOptimizedAccessAttribute = "s7_optimized_acce
 inline constexpr std::string_view kAccessibleAttribute = "externalaccessible";
 inline constexpr std::string_view kWritableAttribute = "externalwritable";
 
+/// Whether `keywordOf` a word of `size` characters that begins with `first` may be one. Every word
+/// of a file is asked, and few may.
+[[nodiscard]] constexpr bool mayBeKeyword(char first, std::size_t size) {
+    constexpr std::size_t kLongest = 15;
+    const unsigned lengths = kKeywordLengths[static_cast<unsigned char>(first)];
+    return size > kLongest || (lengths >> size & 1U) != 0;
+}
+
 /// The keyword that `word` is, or none. A word that begins with "data_block" and a double quote is
 /// a header whose quoted name follows without a blank, and so counts as that keyword.
 [[nodiscard]] constexpr Keyword keywordOf(std::string_view word) {
-    if (word.empty())
+    if (word.empty() || !mayBeKeyword(word.front(), word.size()))
         return Keyword::none;
     constexpr std::string_view kDataBlock = kKeywords.front().text;
     const bool glued = word.size() > kDataBlock.size() && word[kDataBlock.size()] == '"';
     if (glued)
-        word = word.substr(0, kDataBlock.size());
-    // Every word of a file is asked, and few have a keyword's first letter and its length.
-    const unsigned lengths = kKeywordLengths[static_cast<unsigned char>(word.front())];
-    constexpr std::size_t kLongest = 15;
-    if (word.size() > kLongest || (lengths >> word.size() & 1U) == 0)
-        return Keyword::none;
+        return equalsFolded(word.substr(0, kDataBlock.size()), kDataBlock) ? Keyword::dataBlock
+                                                                           : Keyword::none;
     for (const KeywordText& row : kKeywords)
         if (equalsFolded(word, row.text))
-            return glued && row.keyword != Keyword::dataBlock ? Keyword::none : row.keyword;
+            return row.keyword;
     return Keyword::none;
 }
 

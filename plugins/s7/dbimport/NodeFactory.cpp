@@ -5,10 +5,13 @@
 #include "dbimport/DocumentText.hpp"
 #include "dbimport/Keywords.hpp"
 #include "dbimport/Messages.hpp"
+#include "dbimport/PlainDeclaration.hpp"
 #include "dbimport/ScalarNode.hpp"
 #include "dbimport/StructNode.hpp"
 #include "dbimport/TreeMemory.hpp"
 #include "dbimport/VariableDeclaration.hpp"
+
+#include <corvane/utils/json/PlainText.hpp>
 
 #include <utility>
 
@@ -20,8 +23,22 @@ NodeFactory::NodeFactory(DbFileParser& parser, const ImportContext& context,
 
 void NodeFactory::readStructure(StructNode& node, bool isTopLevel) {
     VariableDeclaration declaration;
-    while (parser_->parseDeclaration(declaration, isTopLevel))
+    readPlainDeclarations(node);
+    while (parser_->parseDeclaration(declaration, isTopLevel)) {
         createNode(declaration, node);
+        readPlainDeclarations(node);
+    }
+}
+
+void NodeFactory::readPlainDeclarations(StructNode& node) {
+    PlainDeclaration declaration;
+    while (parser_->peekPlainDeclaration(declaration)) {
+        node.addChild(memory_->make<ScalarNode>(PlainName{memory_->keepShort(declaration.name)},
+                                                declaration.access.within(node.access()),
+                                                *declaration.type, declaration.elementCount,
+                                                *context_));
+        parser_->skipPlainDeclaration(declaration);
+    }
 }
 
 void NodeFactory::createNode(VariableDeclaration& declaration, DataBlockNode& parent) {
@@ -60,10 +77,15 @@ void NodeFactory::createArray(VariableDeclaration& declaration, std::string_view
 void NodeFactory::createScalar(const VariableDeclaration& declaration, std::string_view name,
                                ExternalAccess access, DataBlockNode& parent) {
     const auto count = std::get<ScalarShape>(declaration.shape).elementCount;
-    parent.addChild(
-        declaration.type != nullptr
-            ? memory_->make<ScalarNode>(name, access, *declaration.type, count, *context_)
-            : memory_->make<ScalarNode>(name, access, declaration.typeKeyword, count, *context_));
+    if (declaration.type == nullptr)
+        parent.addChild(
+            memory_->make<ScalarNode>(name, access, declaration.typeKeyword, count, *context_));
+    else if (utils::json::encoder::isPlain(name))
+        parent.addChild(memory_->make<ScalarNode>(PlainName{name}, access, *declaration.type, count,
+                                                  *context_));
+    else
+        parent.addChild(
+            memory_->make<ScalarNode>(name, access, *declaration.type, count, *context_));
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -30,6 +30,7 @@ public:
     void createNode(VariableDeclaration& declaration, DataBlockNode& parent);
 
 private:
+    void readPlainDeclarations(StructNode& node);
     void createStruct(std::string_view name, ExternalAccess access, DataBlockNode& parent);
     void createArray(VariableDeclaration& declaration, std::string_view name, ExternalAccess access,
                      DataBlockNode& parent);

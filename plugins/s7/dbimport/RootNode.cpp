@@ -2,7 +2,7 @@
 
 namespace corvane::workbench::plugins::s7Driver {
 
-RootNode::RootNode(std::string_view name) : DataBlockNode(name, ExternalAccess{}) {}
+RootNode::RootNode(std::string_view name) : ParentNode(name, ExternalAccess{}) {}
 
 void RootNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                              ElementPath& path) {
@@ -11,7 +11,10 @@ void RootNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPos
 
 double RootNode::documentSize(std::size_t) const {
     constexpr double kBrackets = 80; // and the keys, and a number
-    return kBrackets + static_cast<double>(nameView().size()) + childrenDocumentSize();
+    double size = kBrackets + static_cast<double>(nameView().size());
+    for (const NodeOwner<DataBlockNode>& child : children())
+        size += child->documentSize(0);
+    return size;
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -5,7 +5,7 @@
 namespace corvane::workbench::plugins::s7Driver {
 
 /// A data block. Its only child is the transparent StructNode that holds its body.
-class RootNode final : public DataBlockNode {
+class RootNode final : public ParentNode {
 public:
     explicit RootNode(std::string_view name);
 

@@ -30,22 +30,49 @@ const model::ImportReference& commandOf(const ImportContext& context, ElementPat
     return path.tracked() ? context.itemCommand(path.itemPath(name)) : context.defaultCommand();
 }
 
+[[gnu::always_inline]] inline MemoryPosition
+placeOf(const TypeFacts& facts, std::uint64_t textLength, MemoryPosition& position) {
+    if (facts.size == 0)
+        fail(Message::unknownOffset, facts.name);
+    if (facts.alignment == Alignment::bit) {
+        const MemoryPosition place = position;
+        position.advanceBits(facts.size);
+        return place;
+    }
+    position.alignToByte();
+    if (facts.alignment == Alignment::word)
+        position.alignToWord();
+    const MemoryPosition place = position;
+    position.advanceBytes(facts.size + facts.characterSize * textLength);
+    return place;
+}
+
 } // namespace
 
-static_assert(sizeof(ScalarNode) <= 64, "a large import consists of them");
+static_assert(sizeof(ScalarNode) <= 56, "a large import consists of them");
 
-ScalarNode::ScalarNode(std::string_view name, ExternalAccess access, const TypeFacts& type,
-                       std::optional<std::uint64_t> elementCount,
+ScalarNode::ScalarNode(std::string_view name, bool plainName, ExternalAccess access,
+                       const TypeFacts& type, std::optional<std::uint64_t> elementCount,
                        const ImportContext& importContext)
     : DataBlockNode(name, access),
       hasElementCount_(elementCount.has_value()),
-      plainName_(utils::json::encoder::isPlain(name)),
+      plainName_(plainName),
       facts_(&type),
-      elementCount_(elementCount.value_or(0)),
+      textLength_(elementCount.value_or(kDefaultTextLength)),
       importContext_(&importContext) {
     if (hasElementCount_ && !type.isText())
         fail(Message::countOnScalar);
 }
+
+ScalarNode::ScalarNode(std::string_view name, ExternalAccess access, const TypeFacts& type,
+                       std::optional<std::uint64_t> elementCount,
+                       const ImportContext& importContext)
+    : ScalarNode(name, false, access, type, elementCount, importContext) {}
+
+ScalarNode::ScalarNode(PlainName name, ExternalAccess access, const TypeFacts& type,
+                       std::optional<std::uint64_t> elementCount,
+                       const ImportContext& importContext)
+    : ScalarNode(name.text, true, access, type, elementCount, importContext) {}
 
 ScalarNode::ScalarNode(std::string_view name, ExternalAccess access, std::string_view typeKeyword,
                        std::optional<std::uint64_t> elementCount,
@@ -62,7 +89,7 @@ void ScalarNode::writeElements(utils::json::encoder::Array& targetArray, MemoryP
     path.budget().spend();
     if (!access().externalAccessible)
         return;
-    const MemoryPosition place = placeScalar(*facts_, elementCount(), position);
+    const MemoryPosition place = placeOf(*facts_, textLength_, position);
     if (!facts_->producesItem)
         return;
     const auto& command = commandOf(*importContext_, path, nameView());
@@ -73,14 +100,15 @@ void ScalarNode::writeElements(utils::json::encoder::Array& targetArray, MemoryP
 // Nearly every item can be put together from ready pieces.
 bool ScalarNode::copyItem(utils::json::encoder::Array& targetArray, const MemoryPosition& place,
                           ElementPath& path, const model::ImportReference& command) const {
-    const auto tail = path.itemTail().of(command, access().externalWritable);
-    const std::size_t size =
-        itemText::kLargestItem + nameView().size() + path.indexSuffix().size() + tail.size();
-    if (!plainName_ || tail.empty() || size > utils::io::OutputStream::kMaxReserve)
+    constexpr std::size_t kRoom = utils::io::OutputStream::kMaxReserve - itemText::kLargestItem;
+    itemText::Shared& shared = path.itemTexts();
+    const auto tail = shared.tail.of(command, access().externalWritable);
+    const std::size_t size = nameView().size() + path.indexSuffix().size() + tail.size();
+    if (!plainName_ || tail.empty() || size > kRoom)
         return false;
-    char* const target = targetArray.reserveEntry(size);
+    char* const target = targetArray.reserveEntry(itemText::kLargestItem + size);
     targetArray.commitEntry(itemText::write(
-        target, {nameView(), path.indexSuffix(), facts_, elementCount(), tail}, place));
+        target, {nameView(), path.indexSuffix(), facts_, textLength_, tail}, place, shared.offset));
     return true;
 }
 
@@ -91,7 +119,7 @@ void ScalarNode::encodeItem(utils::json::encoder::Array& targetArray, const Memo
     item.addStringView(config::kNameKey, path.indexedName(nameView()));
     item.addStringView(keys::kDataType, facts_->name);
     if (facts_->isText())
-        item.addNumber(keys::kStringSize, elementCount().value_or(kDefaultTextLength));
+        item.addNumber(keys::kStringSize, textLength_);
     item.addStringView(keys::kAddress, AddressText(place, facts_->alignment).view());
     item.add(keys::kWritable, access().externalWritable);
     command.saveTo(item, keys::kCommand);
@@ -120,19 +148,7 @@ AddressText::AddressText(const MemoryPosition& place, Alignment alignment)
 
 MemoryPosition placeScalar(const TypeFacts& facts, std::optional<std::uint64_t> elementCount,
                            MemoryPosition& position) {
-    if (facts.size == 0)
-        fail(Message::unknownOffset, facts.name);
-    if (facts.alignment == Alignment::word)
-        position.alignToWord();
-    else if (facts.alignment == Alignment::byte)
-        position.alignToByte();
-    const MemoryPosition place = position;
-    if (facts.alignment == Alignment::bit)
-        position.advanceBits(facts.size);
-    else
-        position.advanceBytes(facts.size +
-                              facts.characterSize * elementCount.value_or(kDefaultTextLength));
-    return place;
+    return placeOf(facts, elementCount.value_or(kDefaultTextLength), position);
 }
 
 AddressText scalarAddress(const ScalarNode& node, MemoryPosition& position) {

@@ -14,12 +14,21 @@ namespace corvane::workbench::plugins::s7Driver {
 
 class ImportContext;
 
+/// A name that a document shows as it is (`utils::json::encoder::isPlain`), in memory where sixteen
+/// bytes can be read whatever its size (`TreeMemory`): so that it is quickly copied.
+struct PlainName {
+    std::string_view text;
+};
+
 /// A variable of a type that is not made of others; a leaf of the tree.
 class ScalarNode final : public DataBlockNode {
 public:
     /// Throws std::runtime_error when a type that is no text has an element count. The context must
     /// outlive the node.
     ScalarNode(std::string_view name, ExternalAccess access, const TypeFacts& type,
+               std::optional<std::uint64_t> elementCount, const ImportContext& importContext);
+
+    ScalarNode(PlainName name, ExternalAccess access, const TypeFacts& type,
                std::optional<std::uint64_t> elementCount, const ImportContext& importContext);
 
     /// Throws std::runtime_error as well when `typeKeyword` (lower case) names no type.
@@ -31,7 +40,7 @@ public:
 
     /// The declared length of a text, in characters; empty where none is declared.
     [[nodiscard]] std::optional<std::uint64_t> elementCount() const {
-        return hasElementCount_ ? std::optional(elementCount_) : std::nullopt;
+        return hasElementCount_ ? std::optional(textLength_) : std::nullopt;
     }
 
     /// Throws std::runtime_error; the child is destroyed.
@@ -44,17 +53,21 @@ public:
     [[nodiscard]] double documentSize(std::size_t indexSize) const override;
 
 private:
+    ScalarNode(std::string_view name, bool plainName, ExternalAccess access, const TypeFacts& type,
+               std::optional<std::uint64_t> elementCount, const ImportContext& importContext);
+
     [[nodiscard]] bool copyItem(utils::json::encoder::Array& targetArray,
                                 const MemoryPosition& place, ElementPath& path,
                                 const model::ImportReference& command) const;
     void encodeItem(utils::json::encoder::Array& targetArray, const MemoryPosition& place,
                     ElementPath& path, const model::ImportReference& command) const;
 
-    // The count and whether there is one, apart: so a node fits into 64 bytes.
+    // The length and whether it is declared, apart: so they take no more
+    // room than one of them.
     bool hasElementCount_;
-    bool plainName_; // stands in a document as it is
+    bool plainName_; // it was given as a PlainName
     const TypeFacts* facts_;
-    std::uint64_t elementCount_;
+    std::uint64_t textLength_; // in characters, declared or not
     const ImportContext* importContext_;
 };
 

@@ -9,7 +9,7 @@
 namespace corvane::workbench::plugins::s7Driver {
 
 StructNode::StructNode(std::string_view name, ExternalAccess access, bool transparent)
-    : DataBlockNode(name, access), transparent_(transparent) {}
+    : ParentNode(name, access), transparent_(transparent) {}
 
 void StructNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                                ElementPath& path) {
@@ -33,7 +33,7 @@ double StructNode::documentSize(std::size_t indexSize) const {
     constexpr double kBrackets = 50; // and the keys
     if (!access().externalAccessible)
         return 0;
-    return kBrackets + static_cast<double>(nameView().size() + indexSize) + childrenDocumentSize();
+    return kBrackets + static_cast<double>(nameView().size() + indexSize) + membersSize_;
 }
 
 void StructNode::writeMembers(utils::json::encoder::Array& targetArray, MemoryPosition& position,

@@ -1,9 +1,13 @@
 #pragma once
 
 #include "dbimport/DataBlockNode.hpp"
+#include "dbimport/WordScan.hpp"
 
+#include <corvane/utils/memory/Arena.hpp>
+#include <corvane/utils/string/CopyText.hpp>
+
+#include <algorithm>
 #include <cstddef>
-#include <memory_resource>
 #include <string_view>
 #include <utility>
 
@@ -14,35 +18,33 @@ namespace corvane::workbench::plugins::s7Driver {
 /// once and then dropped together.
 class TreeMemory {
 public:
-    TreeMemory() = default;
-    TreeMemory(const TreeMemory&) = delete;
-    TreeMemory& operator=(const TreeMemory&) = delete;
-
     /// A node, to be owned like any other; its bytes come free with this object, which must outlive
     /// it.
     template <class Node, class... Arguments>
     [[nodiscard]] NodeOwner<Node> make(Arguments&&... arguments) {
-        void* const place = memory_.allocate(sizeof(Node), alignof(Node));
+        static_assert(alignof(Node) <= utils::memory::Arena::kAlignment);
+        void* const place = arena_.allocate(sizeof(Node));
         return NodeOwner<Node>(new (place) Node(std::forward<Arguments>(arguments)...));
     }
 
-    /// A copy of the text.
-    [[nodiscard]] std::string_view keep(std::string_view text);
+    /// A copy of the text. A block (`scan::kBlockSize`) can be read there, whatever its size.
+    [[nodiscard]] std::string_view keep(std::string_view text) {
+        char* const copy = place(text.size());
+        return {copy, utils::string::copyText(copy, text)};
+    }
+
+    /// As `keep`, for a text where a block can be read, too.
+    [[nodiscard]] std::string_view keepShort(std::string_view text) {
+        char* const copy = place(text.size());
+        return {copy, scan::copyShort(copy, text)};
+    }
 
 private:
-    static constexpr std::size_t kFirstBlock = std::size_t{16} * 1024; // all of a small file's
+    char* place(std::size_t size) {
+        return static_cast<char*>(arena_.allocate(std::max(size, scan::kBlockSize)));
+    }
 
-    /// The usual memory, on large pages where blocks are large: they are filled from front to back.
-    class Blocks final : public std::pmr::memory_resource {
-        void* do_allocate(std::size_t size, std::size_t alignment) override;
-        void do_deallocate(void* block, std::size_t size, std::size_t alignment) override;
-        [[nodiscard]] bool do_is_equal(const memory_resource& other) const noexcept override {
-            return this == &other;
-        }
-    };
-
-    Blocks blocks_;
-    std::pmr::monotonic_buffer_resource memory_{kFirstBlock, &blocks_};
+    utils::memory::Arena arena_;
 };
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -4,6 +4,7 @@
 #include "elements/DataTypes.hpp"
 
 #include <algorithm>
+#include <bit>
 
 namespace corvane::workbench::plugins::s7Driver {
 
@@ -27,32 +28,36 @@ constexpr bool itemsKnowWhatBecomesAnItem() {
 }
 static_assert(itemsKnowWhatBecomesAnItem(), "the types of items are named as items name them");
 
-constexpr std::size_t kSlots = 128;
-constexpr std::uint8_t kNoKeyword = 0xFF;
-using Slots = std::array<std::uint8_t, kSlots>;
-
-/// Tells the keywords apart by their length and three of their letters.
-constexpr std::size_t slotOf(std::string_view keyword, std::uint64_t seed) {
-    constexpr unsigned kShift = 64 - 7;
-    const auto letter = [&](std::size_t index) {
-        return std::uint64_t{static_cast<unsigned char>(keyword[index])};
-    };
-    const std::uint64_t mark =
-        keyword.size() | letter(0) << 8 | letter(1) << 16 | letter(keyword.size() - 1) << 24;
-    return static_cast<std::size_t>((mark * seed) >> kShift);
+constexpr KeywordBlock blockOf(std::string_view keyword) {
+    KeywordBlock block{};
+    std::ranges::copy(keyword.substr(0, block.size()), block.begin());
+    return block;
 }
+
+constexpr std::size_t slotOf(const KeywordBlock& keyword, std::uint64_t seed) {
+    constexpr unsigned kShift = 64 - 7;
+    const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(keyword);
+    return static_cast<std::size_t>(((halves[0] ^ halves[1]) * seed) >> kShift);
+}
+
+struct Slot {
+    KeywordBlock keyword{};
+    std::size_t size = 0; // no keyword has
+    const TypeFacts* facts = nullptr;
+};
 
 struct Lookup {
     std::uint64_t seed = 0x9E3779B97F4A7C15;
-    Slots slots{};
+    std::array<Slot, 128> slots{};
 
     constexpr bool fill() {
-        slots.fill(kNoKeyword);
-        for (std::size_t row = 0; row < kTypeKeywords.size(); ++row) {
-            std::uint8_t& slot = slots[slotOf(kTypeKeywords[row].keyword, seed)];
-            if (slot != kNoKeyword)
+        slots.fill(Slot());
+        for (const TypeKeyword& row : kTypeKeywords) {
+            Slot& slot = slots[slotOf(blockOf(row.keyword), seed)];
+            if (slot.size != 0)
                 return false;
-            slot = static_cast<std::uint8_t>(row);
+            slot = {blockOf(row.keyword), row.keyword.size(),
+                    &kTypes[static_cast<std::size_t>(row.type) - 1]};
         }
         return true;
     }
@@ -68,16 +73,19 @@ consteval Lookup makeLookup() {
 
 constexpr Lookup kLookup = makeLookup();
 
+static_assert(std::ranges::all_of(kTypeKeywords, [](const TypeKeyword& row) {
+    return row.keyword.size() <= KeywordBlock().size();
+}));
+
 } // namespace
 
 const TypeFacts* findType(std::string_view keyword) {
-    constexpr std::size_t kShortest = 2;
-    if (keyword.size() < kShortest)
-        return nullptr;
-    const std::uint8_t row = kLookup.slots[slotOf(keyword, kLookup.seed)];
-    if (row == kNoKeyword || kTypeKeywords[row].keyword != keyword)
-        return nullptr;
-    return &kTypes[static_cast<std::size_t>(kTypeKeywords[row].type) - 1];
+    return findType(blockOf(keyword), keyword.size());
+}
+
+const TypeFacts* findType(const KeywordBlock& keyword, std::size_t size) {
+    const Slot& slot = kLookup.slots[slotOf(keyword, kLookup.seed)];
+    return slot.keyword == keyword && slot.size == size ? slot.facts : nullptr;
 }
 
 std::string_view typeName(S7DataType type) {

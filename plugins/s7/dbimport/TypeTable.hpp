@@ -119,6 +119,13 @@ inline constexpr std::uint64_t kDefaultTextLength = 254;
 /// The row of the type that `keyword` (lower case) stands for; null where it stands for none.
 [[nodiscard]] const TypeFacts* findType(std::string_view keyword);
 
+/// The first characters of a keyword in a block of fixed size, with zeros behind them: two blocks
+/// are compared without a loop. No type's keyword is longer.
+using KeywordBlock = std::array<char, 16>;
+
+/// As `findType`, for a keyword of `size` characters that is in such a block.
+[[nodiscard]] const TypeFacts* findType(const KeywordBlock& keyword, std::size_t size);
+
 /// The name in the type's row. Throws std::runtime_error for the uninitialised type and for a code
 /// that has no row.
 [[nodiscard]] std::string_view typeName(S7DataType type);

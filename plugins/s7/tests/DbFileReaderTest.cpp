@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,15 +21,17 @@ namespace {
 
 using testing::errorOf;
 
-/// Each test runs over a stream with all bytes in one buffer and over one with a byte at a time.
-class DbFileReaderTest : public ::testing::TestWithParam<bool> {
+constexpr std::size_t kWhole = 0;
+
+/// Each test runs over a stream with all bytes in one buffer and over some with a few at a time.
+class DbFileReaderTest : public ::testing::TestWithParam<std::size_t> {
 protected:
     DbFileReader& open(std::string_view text) {
         text_ = text;
-        if (GetParam())
-            stream_ = std::make_unique<testing::TrickleInputStream>(text_);
-        else
+        if (GetParam() == kWhole)
             stream_ = std::make_unique<utils::io::MemoryInputStream>(text_);
+        else
+            stream_ = std::make_unique<testing::TrickleInputStream>(text_, GetParam());
         reader_ = std::make_unique<DbFileReader>(*stream_);
         return *reader_;
     }
@@ -46,8 +50,11 @@ private:
     std::unique_ptr<DbFileReader> reader_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Buffers, DbFileReaderTest, ::testing::Bool(),
-                         [](const auto& one) { return one.param ? "ByteByByte" : "Whole"; });
+INSTANTIATE_TEST_SUITE_P(Buffers, DbFileReaderTest, ::testing::Values(kWhole, 1, 7, 17, 64),
+                         [](const auto& one) {
+                             return one.param == kWhole ? "Whole"
+                                                        : "Chunks" + std::to_string(one.param);
+                         });
 
 TEST_P(DbFileReaderTest, PassesOverAByteOrderMark) {
     const std::vector<std::pair<std::string_view, std::string_view>> cases = {
@@ -111,6 +118,83 @@ TEST_P(DbFileReaderTest, SkipsBlanksAndComments) {
         EXPECT_EQ(open(one.text).skipBlanks(), one.skipped);
         EXPECT_EQ(rest(), one.rest);
     }
+}
+
+/// What follows blanks: short and long, with and without what looks like a comment's beginning.
+constexpr std::array<std::string_view, 8> kBehindBlanks = {
+    "", "x", "x and a good deal more text", "\v", "\xC2\xA0", "/x", "(x", "/ / and (so on",
+};
+
+/// Lengths on both sides of every number of bytes that may be looked at in one go.
+constexpr std::size_t kLongest = 70;
+
+/// `count` bytes of the pattern, over and over.
+std::string repeated(std::string_view pattern, std::size_t count) {
+    std::string text;
+    while (text.size() < count)
+        text.push_back(pattern[text.size() % pattern.size()]);
+    return text;
+}
+
+TEST_P(DbFileReaderTest, SkipsAnyNumberOfBlanks) {
+    // One kind each, then mixes of them.
+    for (const std::string_view kinds :
+         {" ", "\n", "\r", "\t", "\r\n", " \t", "\n\t  \r", "        \n"})
+        for (std::size_t count = 0; count <= kLongest; ++count)
+            for (const std::string_view behind : kBehindBlanks) {
+                const std::string text = repeated(kinds, count).append(behind);
+                SCOPED_TRACE(::testing::PrintToString(text));
+                EXPECT_EQ(open(text).skipBlanks(), count > 0);
+                EXPECT_EQ(rest(), behind);
+                EXPECT_EQ(open(";" + text).readCharSkipBlanks(), ';');
+                EXPECT_EQ(rest(), behind);
+                EXPECT_EQ(open("\"q\"" + text).readQuoted('"'), "q");
+                EXPECT_EQ(rest(), behind);
+            }
+}
+
+TEST_P(DbFileReaderTest, SkipsLineCommentsOfAnyLength) {
+    for (const std::string_view pattern : {"c", "/ (* ' \" *)", "\t\xC3\xA4 "})
+        for (std::size_t size = 0; size <= kLongest; ++size)
+            for (const std::string_view ending : {"\n", "\r\n", "\r", "\n \t", "\r\n// again\n"})
+                for (const std::string_view behind : kBehindBlanks) {
+                    const std::string line = repeated(pattern, size);
+                    const std::string text =
+                        std::string("//").append(line).append(ending) + std::string(behind);
+                    SCOPED_TRACE(::testing::PrintToString(text));
+                    EXPECT_TRUE(open(text).skipBlanks());
+                    EXPECT_EQ(rest(), behind);
+                    EXPECT_TRUE(open(repeated(" \n", size) + text).skipBlanks());
+                    EXPECT_EQ(rest(), behind);
+                    open(line + std::string(ending).append(behind)).skipRestOfLine();
+                    EXPECT_EQ(rest(), behind);
+                }
+}
+
+TEST_P(DbFileReaderTest, TheEndOfTheFileEndsALineComment) {
+    for (const std::string_view pattern : {"c", "/ (* ' \" *)", "(*"})
+        for (std::size_t size = 0; size <= kLongest; ++size)
+            for (const std::string_view before : {"", " ", "// first\n"}) {
+                const std::string text =
+                    std::string(before).append("//").append(repeated(pattern, size));
+                SCOPED_TRACE(text);
+                EXPECT_TRUE(open(text).skipBlanks());
+                EXPECT_EQ(rest(), "");
+            }
+}
+
+TEST_P(DbFileReaderTest, SkipsBlockCommentsOfAnyLength) {
+    for (const std::string_view pattern : {"c", "/ ( '\n", "\r\n\t "})
+        for (std::size_t size = 0; size <= kLongest; ++size)
+            for (const std::string_view behind : kBehindBlanks) {
+                const std::string blanks = repeated(" \n", size);
+                std::string text = blanks;
+                text.append("(*").append(repeated(pattern, size)).append(".*)");
+                text.append(blanks).append(behind);
+                SCOPED_TRACE(::testing::PrintToString(text));
+                EXPECT_TRUE(open(text).skipBlanks());
+                EXPECT_EQ(rest(), behind);
+            }
 }
 
 TEST_P(DbFileReaderTest, NestsCommentsAsDeepAsAFileLikes) {

@@ -6,17 +6,22 @@
 #include <corvane/utils/io/MemoryInputStream.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What the tests of the import share.
 namespace corvane::workbench::plugins::s7Driver::testing {
 
-/// Gives its bytes one at a time, so that every word crosses the end of a buffer.
+/// Gives its bytes in chunks of a fixed size, one at a time unless asked otherwise, so that words
+/// cross the end of a buffer. Each chunk takes the place of the one before: who keeps a view of an
+/// old one reads other bytes than those he meant.
 class TrickleInputStream final : public utils::io::InputStream {
 public:
-    explicit TrickleInputStream(std::string_view bytes) : bytes_(bytes) {}
+    explicit TrickleInputStream(std::string_view bytes, std::size_t chunkSize = 1)
+        : bytes_(bytes), chunkSize_(chunkSize) {}
 
     void rewind() override {
         next_ = 0;
@@ -27,15 +32,18 @@ protected:
     bool refill() override {
         if (next_ == bytes_.size())
             return false;
-        buffer_ = bytes_[next_++];
-        setBuffer(&buffer_, &buffer_ + 1);
+        const std::string_view chunk = bytes_.substr(next_, chunkSize_);
+        next_ += chunk.size();
+        buffer_.assign(chunk.begin(), chunk.end());
+        setBuffer(buffer_.data(), buffer_.data() + buffer_.size());
         return true;
     }
 
 private:
     std::string_view bytes_;
+    std::size_t chunkSize_;
     std::size_t next_ = 0;
-    char buffer_ = '\0';
+    std::vector<char> buffer_; // of the chunk's size, so that a look behind its end is noticed
 };
 
 inline ui::ImportedDocument import(std::string_view source, const ImportContext& context = {},

@@ -1,11 +1,14 @@
 #include "ImportTesting.hpp"
 
+#include "dbimport/FoldCase.hpp"
 #include "dbimport/Keywords.hpp"
 #include "dbimport/TypeTable.hpp"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -92,6 +95,64 @@ TEST(TypeTable, OtherWordsNameNone) {
          {"", "b", "Int", "INT", "int ", "in", "intt", "tod", "dt", "timer", "\"int\"", "struct",
           "array", "ldt_", "variant", "\xC3\xA4\xC3\xA4"})
         EXPECT_EQ(findType(word), nullptr) << word;
+}
+
+KeywordBlock blockOf(std::string_view word) {
+    KeywordBlock block{};
+    std::ranges::copy(word.substr(0, block.size()), block.begin());
+    return block;
+}
+
+TEST(TypeTable, ABlockNamesWhatItsWordNames) {
+    for (const TypeKeyword& row : kTypeKeywords) {
+        const KeywordBlock block = blockOf(row.keyword);
+        EXPECT_NE(findType(block, row.keyword.size()), nullptr) << row.keyword;
+        EXPECT_EQ(findType(block, row.keyword.size()), findType(row.keyword)) << row.keyword;
+        for (const std::size_t size : {std::size_t{0}, row.keyword.size() - 1,
+                                       row.keyword.size() + 1, block.size(), block.size() + 1})
+            EXPECT_EQ(findType(block, size), nullptr) << row.keyword << " as " << size;
+    }
+    EXPECT_EQ(findType(KeywordBlock(), 0), nullptr);
+}
+
+// A zero behind a keyword looks like the end of the keyword's block, and is none.
+TEST(TypeTable, ZerosBehindAKeywordAreSeen) {
+    constexpr std::size_t kMost = 24;
+    for (const TypeKeyword& row : kTypeKeywords)
+        for (std::size_t zeros = 1; zeros <= kMost; ++zeros) {
+            const std::string word = std::string(row.keyword).append(zeros, '\0');
+            EXPECT_EQ(findType(word), nullptr) << row.keyword << " and " << zeros << " zeros";
+            EXPECT_EQ(findType(word + "x"), nullptr) << row.keyword << " and " << zeros << " zeros";
+        }
+    EXPECT_EQ(findType(std::string(16, '\0')), nullptr);
+    EXPECT_EQ(findType(std::string("\0int", 4)), nullptr);
+}
+
+TEST(TypeTable, WordsAreSeenToTheirEnd) {
+    constexpr std::size_t kMost = 40;
+    for (const TypeKeyword& row : kTypeKeywords)
+        for (std::size_t size = row.keyword.size() + 1; size <= kMost; ++size) {
+            std::string word(row.keyword);
+            word.resize(size, '_');
+            EXPECT_EQ(findType(word), nullptr) << word;
+        }
+    for (const std::string_view word :
+         {"date_and_time_of", "date_and_time_of_", "date_and_time_of_day", "ltime_of_day_more",
+          "wstringwstringws", "wstringwstringwstring", "\xC3\xA4tring"})
+        EXPECT_EQ(findType(word), nullptr) << word;
+}
+
+TEST(FoldCase, TheTargetIsTheFoldedWordWhateverItWas) {
+    constexpr std::size_t kMost = 70;
+    for (std::size_t size = 0; size <= kMost; ++size)
+        for (std::size_t before = 0; before <= kMost; ++before) {
+            std::string target(before, 'x');
+            assignFolded(target, std::string(size, 'A'));
+            EXPECT_EQ(target, std::string(size, 'a')) << size << " in place of " << before;
+        }
+    std::string target;
+    assignFolded(target, "@AZ[`az{_09\xC3\x84");
+    EXPECT_EQ(target, "@az[`az{_09\xC3\x84");
 }
 
 TEST(Keywords, AreKnownInAnyCase) {

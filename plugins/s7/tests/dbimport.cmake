@@ -10,10 +10,12 @@ corvane_test(s7_dbimport_test
         DataBlockNumberingTest.cpp
         DbFileParserTest.cpp
         DbFileReaderTest.cpp
+        ImportBuffersTest.cpp
         ImportGoldenTest.cpp
         ImportLimitsTest.cpp
         ImportMessagesTest.cpp
         LayoutTest.cpp
+        PlainDeclarationTest.cpp
         StringOutputStreamTest.cpp
         TypeTableTest.cpp
     LIBRARIES ${parts} CorvaneWorkbenchPlugin CorvaneUtils

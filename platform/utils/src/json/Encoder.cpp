@@ -1,21 +1,19 @@
 #include <corvane/utils/json/Encoder.hpp>
 
+#include <corvane/utils/json/PlainText.hpp>
 #include <corvane/utils/string/CopyText.hpp>
 #include <corvane/utils/string/Utf.hpp>
-#include <corvane/utils/string/Word.hpp>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <string>
 
-namespace corvane::utils::json::encoder {
-
-namespace detail {
+namespace corvane::utils::json::encoder::detail {
 
 namespace {
 
-namespace word = string::word;
+using encoder::copyPlain;
 using io::OutputStream;
 using namespace std::string_view_literals;
 
@@ -43,34 +41,6 @@ constexpr auto kEscapes = [] {
 }();
 
 constexpr char escapeOf(char c) { return kEscapes[static_cast<unsigned char>(c)]; }
-
-/// ASCII that stands for itself.
-constexpr bool isPlain(char16_t c) { return c < 0x80 && kEscapes[c] == 0; }
-
-constexpr bool hasPlainOnly(std::uint64_t bytes) {
-    return (word::notAscii(bytes) | word::lessThan(bytes, 0x20) | word::equalTo(bytes, '"') |
-            word::equalTo(bytes, '\\')) == 0;
-}
-
-/// Copies `text` for as long as it is plain ASCII, looking and copying in one go. Returns the end
-/// of the copy, or nothing when the text needs a closer look.
-char* copyPlain(char* target, std::string_view text) {
-    const char* from = text.data();
-    std::size_t left = text.size();
-    for (; left >= word::kSize; left -= word::kSize) {
-        if (!hasPlainOnly(word::load(from)))
-            return nullptr;
-        std::memcpy(target, from, word::kSize);
-        from += word::kSize;
-        target += word::kSize;
-    }
-    for (; left > 0; --left) {
-        if (!isPlain(static_cast<unsigned char>(*from)))
-            return nullptr;
-        *target++ = *from++;
-    }
-    return target;
-}
 
 char* copyPlain(char* target, std::u16string_view text) {
     for (const char16_t c : text) {
@@ -200,16 +170,4 @@ Scope::~Scope() noexcept(false) {
         writer_->close(close_, empty_);
 }
 
-} // namespace detail
-
-bool isPlain(std::string_view text) {
-    const char* from = text.data();
-    std::size_t left = text.size();
-    for (; left >= string::word::kSize; left -= string::word::kSize, from += string::word::kSize)
-        if (!detail::hasPlainOnly(string::word::load(from)))
-            return false;
-    return std::all_of(from, from + left,
-                       [](char c) { return detail::isPlain(static_cast<unsigned char>(c)); });
-}
-
-} // namespace corvane::utils::json::encoder
+} // namespace corvane::utils::json::encoder::detail

@@ -48,10 +48,6 @@ private:
     bool plain_;
 };
 
-/// Whether a text stands in a document as it is, without an escape or a replacement: printable
-/// ASCII without quotes and backslashes.
-[[nodiscard]] CORVANE_EXPORT bool isPlain(std::string_view text);
-
 class Object;
 class Array;
 
