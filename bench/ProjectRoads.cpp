@@ -1,4 +1,5 @@
 #include "bench/DocumentReferences.hpp"
+#include "bench/FreshProcess.hpp"
 #include "bench/Generators.hpp"
 #include "bench/Roads.hpp"
 #include "bench/Timing.hpp"
@@ -6,11 +7,9 @@
 #include "workbench/core/ProjectImport.hpp"
 #include "workbench/core/TextFile.hpp"
 
-#include <array>
 #include <cstdio>
-#include <memory>
 #include <optional>
-#include <stdexcept>
+#include <string>
 
 namespace corvane::bench {
 
@@ -47,30 +46,14 @@ void measureNumberChange(const Workshop& workshop, double secondsPerLoadedItem,
                        {}});
 }
 
-std::string outputOf(const std::string& command) {
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen(command.c_str(), "r"), ::pclose);
-    std::array<char, 64> line{};
-    if (pipe == nullptr || std::fgets(line.data(), line.size(), pipe.get()) == nullptr)
-        throw std::runtime_error("no answer from " + command);
-    return line.data();
-}
-
-/// Asked of a fresh process, since this one keeps memory of what it did before.
-std::size_t residentBytesOfProject(const std::filesystem::path& file) {
-    const auto output = outputOf("\"" + std::filesystem::read_symlink("/proc/self/exe").string() +
-                                 "\" " + kResidentVerb + " \"" + file.string() + "\"");
-    return static_cast<std::size_t>(std::stoull(output));
-}
-
-double measureSaveAndLoad(const Workshop& workshop, const core::Project& project,
-                          std::vector<Result>& results) {
-    const auto file = workshop.path("project.json");
+/// Leaves the project's text in `file`.
+void measureSave(const Workshop& workshop, const core::Project& project,
+                 const std::filesystem::path& file, std::vector<Result>& results) {
     const auto write = [&] { workshop.save(project, file); };
     const auto text = (write(), core::readTextFile(file));
-    auto script = std::make_unique<WritingScript>(text);
+    const WritingScript script(text);
     const auto [removed, save, writer] = medianSecondsInTurn(
-        kRuns, [&] { std::filesystem::remove(file); }, write, [&] { keep(script->run()); });
-    script.reset();
+        kRuns, [&] { std::filesystem::remove(file); }, write, [&] { keep(script.run()); });
     results.push_back({"project save, without the flush to disk",
                        megabytes(text.size()),
                        save,
@@ -79,7 +62,13 @@ double measureSaveAndLoad(const Workshop& workshop, const core::Project& project
                        save / writer,
                        1,
                        {}});
+}
 
+/// Returns the seconds per item. To be called while there is no other project: its elements would
+/// keep memory at hand that a program that has just started must ask the system for.
+double measureLoad(const Workshop& workshop, const std::filesystem::path& file,
+                   std::vector<Result>& results) {
+    const auto text = core::readTextFile(file);
     std::optional<core::Project> loaded;
     const auto [dropped, load, fields] = medianSecondsInTurn(
         kRuns, [&] { loaded.reset(); }, [&] { loaded.emplace(workshop.plugins(), file); },
@@ -92,11 +81,9 @@ double measureSaveAndLoad(const Workshop& workshop, const core::Project& project
                        load / fields,
                        8,
                        {}});
-
-    loaded.reset();
+    const auto elements = core::countElements(loaded->model().root().childElements());
     const auto bytes =
-        static_cast<double>(residentBytesOfProject(file)) /
-        static_cast<double>(core::countElements(project.model().root().childElements()));
+        std::stod(askFreshProcess(kResidentVerb, file)) / static_cast<double>(elements);
     results.push_back({"memory of a loaded project", "1,000,000 items", 0, "", "bytes per item",
                        bytes, 600, bytes});
     return load / kItems;
@@ -182,11 +169,13 @@ int printResidentBytes(const char* projectFile) {
 }
 
 void measureProjects(const Workshop& workshop, std::vector<Result>& results) {
+    const auto file = workshop.path("project.json");
     Plant plant(workshop);
     measureImport(plant, results);
-    // Before the re-imports, which leave the heap in small pieces: projects are loaded by programs
-    // that have just started.
-    const double perItem = measureSaveAndLoad(workshop, plant.target->project, results);
+    measureSave(workshop, plant.target->project, file, results);
+    // Before the re-imports, which leave the heap in small pieces.
+    plant.target.reset();
+    const double perItem = measureLoad(workshop, file, results);
     measureReimport(plant, results);
     plant.target.reset();
     measureNumberChange(workshop, perItem, results);

@@ -28,4 +28,11 @@ void measureProcesses(const Workshop& workshop, std::vector<Result>& results);
 /// How the time of each road grows with its input.
 void measureGrowth(const Workshop& workshop, std::vector<Result>& results);
 
+/// What measureGrowth asks of fresh processes: to go the roads of an import once, and to load a
+/// project. Each prints the seconds that it takes.
+inline constexpr const char* kImportTimesVerb = "--import-times";
+inline constexpr const char* kLoadTimeVerb = "--load-time";
+int printImportTimes(const char* source);
+int printLoadTime(const char* project);
+
 } // namespace corvane::bench

@@ -25,6 +25,18 @@ constexpr std::array kGroups{
     Group{"growth", measureGrowth},
 };
 
+/// What this program is asked for by itself.
+struct Verb {
+    std::string_view name;
+    int (*print)(const char* file);
+};
+
+constexpr std::array kVerbs{
+    Verb{kResidentVerb, printResidentBytes},
+    Verb{kImportTimesVerb, printImportTimes},
+    Verb{kLoadTimeVerb, printLoadTime},
+};
+
 int usage() {
     std::fputs("usage: corvane-roads [GROUP...]\n\ngroups, all of them if none is named:\n",
                stderr);
@@ -48,8 +60,9 @@ void run(std::span<char* const> wanted) {
 
 int main(int argc, char** argv) try {
     const std::span<char* const> arguments(argv + 1, argv + argc);
-    if (arguments.size() == 2 && std::string_view(arguments[0]) == kResidentVerb)
-        return printResidentBytes(arguments[1]);
+    for (const auto& [verb, print] : kVerbs)
+        if (arguments.size() == 2 && arguments[0] == verb)
+            return print(arguments[1]);
     for (const std::string_view name : arguments)
         if (std::ranges::find(kGroups, name, &Group::name) == kGroups.end())
             return usage();
