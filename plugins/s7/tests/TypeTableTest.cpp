@@ -155,6 +155,23 @@ TEST(FoldCase, TheTargetIsTheFoldedWordWhateverItWas) {
     EXPECT_EQ(target, "@az[`az{_09\xC3\x84");
 }
 
+// Long words are compared eight letters at a time.
+TEST(FoldCase, OnlyLettersAreEqualInEitherCase) {
+    const std::string folded = "externalwritable_ok";
+    for (std::size_t place = 0; place != folded.size(); ++place)
+        for (int byte = 0; byte != 256; ++byte) {
+            std::string word = folded;
+            word[place] = static_cast<char>(byte);
+            const char letter = folded[place];
+            const bool sameLetter = letter >= 'a' && letter <= 'z' && byte == letter - 'a' + 'A';
+            EXPECT_EQ(equalsFolded(word, folded), word[place] == letter || sameLetter)
+                << place << ", byte " << byte;
+        }
+    EXPECT_TRUE(equalsFolded("EXTERNALWRITABLE_OK", folded));
+    EXPECT_FALSE(equalsFolded("externalwritable_o", folded));
+    EXPECT_FALSE(equalsFolded(folded + "k", folded));
+}
+
 TEST(Keywords, AreKnownInAnyCase) {
     for (const std::string_view word : {"data_block", "Struct", "BEGIN", "eND_dATA_bLOCK"})
         EXPECT_TRUE(isKeyword(word)) << word;
