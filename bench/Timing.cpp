@@ -17,20 +17,16 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
-double secondsOf(workbench::FunctionRef<void()> body) {
-    using Clock = std::chrono::steady_clock;
-    const auto start = Clock::now();
-    body();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 double medianSeconds(int runs, workbench::FunctionRef<void()> prepare,
                      workbench::FunctionRef<void()> body) {
+    using Clock = std::chrono::steady_clock;
     std::vector<double> seconds;
     for (int run = 0; run != runs; ++run) {
         prepare();
         trimMemory();
-        seconds.push_back(secondsOf(body));
+        const auto start = Clock::now();
+        body();
+        seconds.push_back(std::chrono::duration<double>(Clock::now() - start).count());
     }
     return median(std::move(seconds));
 }

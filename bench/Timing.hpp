@@ -12,9 +12,6 @@ namespace corvane::bench {
 /// The middle one of some values; of an even number, the upper of the two.
 [[nodiscard]] double median(std::vector<double> values);
 
-/// The seconds that `body` takes.
-[[nodiscard]] double secondsOf(workbench::FunctionRef<void()> body);
-
 /// The median of the seconds that `body` takes in `runs` runs; `prepare` comes before each of them
 /// and is not timed. Each run begins with a trimmed heap, as a fresh process would: else the small
 /// sizes would find memory that is ready for them, and the large ones would not.

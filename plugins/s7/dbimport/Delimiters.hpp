@@ -9,20 +9,20 @@ namespace corvane::workbench::plugins::s7Driver {
 class Delimiters {
 public:
     /// The bytes that end every word: blanks, and the two that may begin a comment.
-    static constexpr std::string_view kWordStops = "\t\n\r /(";
+    static constexpr std::string_view kBlanks = "\t\n\r ";
+    static constexpr std::string_view kCommentBegins = "/(";
 
     consteval explicit Delimiters(std::string_view delimiters) {
-        for (char stop : kWordStops)
-            kinds_[static_cast<unsigned char>(stop)] |= kStop;
+        for (std::string_view stops : {kBlanks, kCommentBegins})
+            for (char stop : stops)
+                kinds_[static_cast<unsigned char>(stop)] |= kStop;
         for (char delimiter : delimiters)
             kinds_[static_cast<unsigned char>(delimiter)] |= kStop | kDelimiter;
     }
 
-    [[nodiscard]] static constexpr bool isBlank(char byte) {
-        return byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t';
-    }
+    [[nodiscard]] static constexpr bool isBlank(char byte) { return isOneOf(byte, kBlanks); }
     [[nodiscard]] static constexpr bool mayBeginComment(char byte) {
-        return byte == '/' || byte == '(';
+        return isOneOf(byte, kCommentBegins);
     }
 
     /// Whether `byte` is one of the set.
@@ -36,6 +36,14 @@ public:
 private:
     static constexpr unsigned char kStop = 1;
     static constexpr unsigned char kDelimiter = 2;
+
+    // Of so few bytes, known to the compiler, nothing is left but comparisons.
+    [[nodiscard]] static constexpr bool isOneOf(char byte, std::string_view bytes) {
+        bool found = false;
+        for (const char one : bytes)
+            found |= byte == one;
+        return found;
+    }
 
     [[nodiscard]] constexpr unsigned char kind(char byte) const {
         return kinds_[static_cast<unsigned char>(byte)];

@@ -54,10 +54,9 @@ constexpr auto kTypePieces = [] {
 /// Behind the length of a text.
 constexpr Piece kAddress = pieceOf({",\"", keys::kAddress.text(), "\":\"", kDataBlockMarker});
 
-/// Writes a number and returns its size.
-std::size_t numberAt(char* target, std::uint64_t value) {
+char* number(char* target, std::uint64_t value) {
     constexpr std::ptrdiff_t kLongest = 20;
-    return static_cast<std::size_t>(std::to_chars(target, target + kLongest, value).ptr - target);
+    return std::to_chars(target, target + kLongest, value).ptr;
 }
 
 std::string tailText(std::string_view command, bool writable) {
@@ -77,7 +76,8 @@ void Tail::renew(Entry& entry, const model::ImportReference& command, bool writa
 
 void Offset::renew(std::uint64_t hundreds) {
     hundreds_ = hundreds;
-    size_ = hundreds == 0 ? 0 : numberAt(text_.data(), hundreds);
+    const char* const end = hundreds == 0 ? text_.data() : number(text_.data(), hundreds);
+    size_ = static_cast<std::size_t>(end - text_.data());
 }
 
 char* write(char* target, const Item& item, const MemoryPosition& place, Offset& offset) {
@@ -88,7 +88,7 @@ char* write(char* target, const Item& item, const MemoryPosition& place, Offset&
         target = copyText(target, item.indexSuffix);
     target = kTypePieces[static_cast<std::size_t>(facts.type) - 1].copyTo(target);
     if (facts.isText())
-        target = kAddress.copyTo(target + numberAt(target, item.textLength));
+        target = kAddress.copyTo(number(target, item.textLength));
     target = offset.copyTo(target, place.byteOffset);
     if (facts.alignment == Alignment::bit) {
         *target++ = '.';

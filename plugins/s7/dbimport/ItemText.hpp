@@ -2,8 +2,6 @@
 
 #include "dbimport/TypeTable.hpp"
 
-#include <corvane/utils/json/Encoder.hpp>
-
 #include <array>
 #include <cstdint>
 #include <cstring>

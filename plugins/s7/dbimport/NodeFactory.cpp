@@ -77,15 +77,15 @@ void NodeFactory::createArray(VariableDeclaration& declaration, std::string_view
 void NodeFactory::createScalar(const VariableDeclaration& declaration, std::string_view name,
                                ExternalAccess access, DataBlockNode& parent) {
     const auto count = std::get<ScalarShape>(declaration.shape).elementCount;
+    const auto add = [&](auto nodeName, const auto& type) {
+        parent.addChild(memory_->make<ScalarNode>(nodeName, access, type, count, *context_));
+    };
     if (declaration.type == nullptr)
-        parent.addChild(
-            memory_->make<ScalarNode>(name, access, declaration.typeKeyword, count, *context_));
+        add(name, declaration.typeKeyword);
     else if (utils::json::encoder::isPlain(name))
-        parent.addChild(memory_->make<ScalarNode>(PlainName{name}, access, *declaration.type, count,
-                                                  *context_));
+        add(PlainName{name}, *declaration.type);
     else
-        parent.addChild(
-            memory_->make<ScalarNode>(name, access, *declaration.type, count, *context_));
+        add(name, *declaration.type);
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -30,23 +30,6 @@ const model::ImportReference& commandOf(const ImportContext& context, ElementPat
     return path.tracked() ? context.itemCommand(path.itemPath(name)) : context.defaultCommand();
 }
 
-[[gnu::always_inline]] inline MemoryPosition
-placeOf(const TypeFacts& facts, std::uint64_t textLength, MemoryPosition& position) {
-    if (facts.size == 0)
-        fail(Message::unknownOffset, facts.name);
-    if (facts.alignment == Alignment::bit) {
-        const MemoryPosition place = position;
-        position.advanceBits(facts.size);
-        return place;
-    }
-    position.alignToByte();
-    if (facts.alignment == Alignment::word)
-        position.alignToWord();
-    const MemoryPosition place = position;
-    position.advanceBytes(facts.size + facts.characterSize * textLength);
-    return place;
-}
-
 } // namespace
 
 static_assert(sizeof(ScalarNode) <= 56, "a large import consists of them");
@@ -89,7 +72,7 @@ void ScalarNode::writeElements(utils::json::encoder::Array& targetArray, MemoryP
     path.budget().spend();
     if (!access().externalAccessible)
         return;
-    const MemoryPosition place = placeOf(*facts_, textLength_, position);
+    const MemoryPosition place = placeScalar(*facts_, textLength_, position);
     if (!facts_->producesItem)
         return;
     const auto& command = commandOf(*importContext_, path, nameView());
@@ -146,14 +129,26 @@ AddressText::AddressText(const MemoryPosition& place, Alignment alignment)
     end_ = std::to_chars(end_, limit, place.bitOffset).ptr;
 }
 
-MemoryPosition placeScalar(const TypeFacts& facts, std::optional<std::uint64_t> elementCount,
+MemoryPosition placeScalar(const TypeFacts& facts, std::uint64_t textLength,
                            MemoryPosition& position) {
-    return placeOf(facts, elementCount.value_or(kDefaultTextLength), position);
+    if (facts.size == 0)
+        fail(Message::unknownOffset, facts.name);
+    if (facts.alignment == Alignment::bit) {
+        const MemoryPosition place = position;
+        position.advanceBits(facts.size);
+        return place;
+    }
+    position.alignToByte();
+    if (facts.alignment == Alignment::word)
+        position.alignToWord();
+    const MemoryPosition place = position;
+    position.advanceBytes(facts.size + facts.characterSize * textLength);
+    return place;
 }
 
 AddressText scalarAddress(const ScalarNode& node, MemoryPosition& position) {
     const TypeFacts& facts = node.typeFacts();
-    return AddressText(placeScalar(facts, node.elementCount(), position), facts.alignment);
+    return AddressText(placeScalar(facts, node.textLength(), position), facts.alignment);
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -43,6 +43,9 @@ public:
         return hasElementCount_ ? std::optional(textLength_) : std::nullopt;
     }
 
+    /// The length of a text, in characters, declared or not.
+    [[nodiscard]] std::uint64_t textLength() const { return textLength_; }
+
     /// Throws std::runtime_error; the child is destroyed.
     void addChild(NodeOwner<DataBlockNode> child) override;
 
@@ -67,7 +70,7 @@ private:
     bool hasElementCount_;
     bool plainName_; // it was given as a PlainName
     const TypeFacts* facts_;
-    std::uint64_t textLength_; // in characters, declared or not
+    std::uint64_t textLength_;
     const ImportContext* importContext_;
 };
 
@@ -87,8 +90,9 @@ private:
 };
 
 /// Takes the memory of one variable of the type at `position`: aligns the position, moves it behind
-/// the variable and returns where that begins. Throws std::runtime_error for a type without a size.
-MemoryPosition placeScalar(const TypeFacts& facts, std::optional<std::uint64_t> elementCount,
+/// the variable and returns where that begins. `textLength` counts for texts only, in characters.
+/// Throws std::runtime_error for a type without a size.
+MemoryPosition placeScalar(const TypeFacts& facts, std::uint64_t textLength,
                            MemoryPosition& position);
 
 /// As `placeScalar`, giving the address relative to the data block: DB12, or DB0.3 for a Bool. No

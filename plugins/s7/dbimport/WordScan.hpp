@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dbimport/Delimiters.hpp"
+
 #include <corvane/utils/string/CopyText.hpp>
 
 #include <bit>
@@ -45,18 +47,22 @@ inline Mask isPlain(Block block) {
     return isBetween(block | kCaseBit, 'a', 'z') | isBetween(block, '0', '9') | isByte(block, '_');
 }
 
-inline Mask isBlank(Block block) {
-    return isByte(block, ' ') | isByte(block, '\n') | isByte(block, '\r') | isByte(block, '\t');
+/// The bytes that are one of `bytes`, of which there are few, known to the compiler.
+inline Mask isOneOf(Block block, std::string_view bytes) {
+    Mask mask{};
+    for (const char byte : bytes)
+        mask |= isByte(block, byte);
+    return mask;
 }
 
-/// What an initial value may consist of: all but blanks, what may begin a comment, a quote and the
-/// semicolon.
+inline Mask isBlank(Block block) { return isOneOf(block, Delimiters::kBlanks); }
+
+/// What an initial value may consist of: all but word stops, a quote and the semicolon.
 inline Mask isValue(Block block) {
-    return ~(isBlank(block) | isByte(block, '/') | isByte(block, '(') | isByte(block, '\'') |
-             isByte(block, ';'));
+    return ~(isBlank(block) | isOneOf(block, Delimiters::kCommentBegins) | isOneOf(block, "';"));
 }
 
-inline Mask isLineEnding(Block block) { return isByte(block, '\n') | isByte(block, '\r'); }
+inline Mask isLineEnding(Block block) { return isOneOf(block, "\n\r"); }
 
 /// One bit per byte of the mask, the first byte's the lowest.
 inline unsigned bitsOf(Mask mask) {

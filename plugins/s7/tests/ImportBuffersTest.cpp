@@ -130,22 +130,25 @@ Share checkMany(std::size_t count, const Source& nextMembers) {
 
 constexpr std::size_t kSources = 2'000;
 
-TEST(ImportBuffers, ChangedDeclarationsEndAlike) {
-    SourceMixture mixture(20'240'611);
-    const Share share = checkMany(kSources, [&] { return mixture.changedDeclarations(); });
+/// Checks many sources of a kind, of which at least one in `plainOneIn` begins with what is plain,
+/// and neither nearly all nor nearly none are accepted: else the kind would tell too little.
+template <class Source>
+void checkKind(std::size_t plainOneIn, const Source& nextMembers) {
+    const Share share = checkMany(kSources, nextMembers);
     ASSERT_EQ(share.sources, kSources);
     EXPECT_GT(share.accepted, kSources / 5);
     EXPECT_LT(share.accepted, kSources - kSources / 5);
-    EXPECT_GT(share.plain, kSources / 5);
+    EXPECT_GT(share.plain, kSources / plainOneIn);
+}
+
+TEST(ImportBuffers, ChangedDeclarationsEndAlike) {
+    SourceMixture mixture(20'240'611);
+    checkKind(5, [&] { return mixture.changedDeclarations(); });
 }
 
 TEST(ImportBuffers, MixedWordsEndAlike) {
     SourceMixture mixture(19'991'231);
-    const Share share = checkMany(kSources, [&] { return mixture.words(); });
-    ASSERT_EQ(share.sources, kSources);
-    EXPECT_GT(share.accepted, kSources / 5);
-    EXPECT_LT(share.accepted, kSources - kSources / 5);
-    EXPECT_GT(share.plain, kSources / 20);
+    checkKind(20, [&] { return mixture.words(); });
 }
 
 } // namespace

@@ -40,6 +40,15 @@ constexpr auto kEscapes = [] {
     return escapes;
 }();
 
+static_assert(
+    [] {
+        for (char16_t c = 0; c != 0x80; ++c)
+            if (isPlain(c) != (kEscapes[c] == 0))
+                return false;
+        return true;
+    }(),
+    "what needs no escape is plain");
+
 constexpr char escapeOf(char c) { return kEscapes[static_cast<unsigned char>(c)]; }
 
 char* copyPlain(char* target, std::u16string_view text) {

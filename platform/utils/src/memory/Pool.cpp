@@ -4,6 +4,7 @@
 
 #include <array>
 #include <new>
+#include <utility>
 
 namespace corvane::utils::memory {
 
@@ -16,11 +17,8 @@ constexpr std::size_t kStep = alignof(std::max_align_t);
 class Pool {
 public:
     void* allocate(std::size_t size) {
-        ++objects_;
-        if (free_ == nullptr)
-            return arena_.allocate(size);
-        Place* const place = free_;
-        free_ = place->next;
+        void* const place = free_ == nullptr ? arena_.allocate(size) : takeFree();
+        ++objects_; // when nothing can fail any more
         return place;
     }
 
@@ -37,15 +35,19 @@ private:
         Place* next;
     };
 
+    Place* takeFree() { return std::exchange(free_, free_->next); }
+
     Arena arena_;
     Place* free_ = nullptr;
     std::size_t objects_ = 0;
 };
 
-Pool& poolOf(std::size_t size) {
+constexpr std::size_t stepsOf(std::size_t size) { return (size + kStep - 1) / kStep; }
+
+Pool& poolOf(std::size_t steps) {
     // Never destroyed: objects may go in any order while the program ends.
-    static auto& pools = *new std::array<Pool, kLargestPooled / kStep + 1>;
-    return pools[(size + kStep - 1) / kStep];
+    static auto& pools = *new std::array<Pool, stepsOf(kLargestPooled) + 1>;
+    return pools[steps];
 }
 
 /// Memory that the address sanitizer shall watch must come from its own allocator.
@@ -62,14 +64,15 @@ constexpr bool isPooled(std::size_t size) { return kPooling && size <= kLargestP
 void* allocatePooled(std::size_t size) {
     if (!isPooled(size))
         return ::operator new(size);
-    return poolOf(size).allocate((size + kStep - 1) / kStep * kStep);
+    const std::size_t steps = stepsOf(size);
+    return poolOf(steps).allocate(steps * kStep);
 }
 
 void freePooled(void* place, std::size_t size) noexcept {
     if (!isPooled(size))
         ::operator delete(place);
     else if (place != nullptr)
-        poolOf(size).free(place);
+        poolOf(stepsOf(size)).free(place);
 }
 
 } // namespace corvane::utils::memory
