@@ -49,16 +49,18 @@ std::size_t convertAll(const std::vector<std::string>& addresses) {
 void measureAddresses(std::vector<Result>& results) {
     const auto good = goodAddresses(kCount);
     const auto bad = badAddresses(kCount);
-    const auto [conversion, goodSeconds, badSeconds] = medianSecondsInTurn(
+    const auto [conversions, goodRuns, badRuns] = secondsInTurn(
         kRuns, [&] { keep(convertAll(good)); }, [&] { keep(parseAll(good)); },
         [&] { keep(parseAll(bad)); });
+    const double goodSeconds = median(goodRuns);
+    const double badSeconds = median(badRuns);
     const auto rate = [](double seconds) { return ratePerSecond(kCount, seconds, "texts"); };
     results.push_back({"addresses, good",
                        "1,000,000",
                        goodSeconds,
                        rate(goodSeconds),
                        "std::from_chars alone",
-                       goodSeconds / conversion,
+                       medianRatio(goodRuns, conversions),
                        4,
                        {}});
     results.push_back({"addresses, bad",
@@ -66,7 +68,7 @@ void measureAddresses(std::vector<Result>& results) {
                        badSeconds,
                        rate(badSeconds),
                        "good addresses",
-                       badSeconds / goodSeconds,
+                       medianRatio(badRuns, goodRuns),
                        40,
                        {}});
 }

@@ -1,18 +1,18 @@
+#include "bench/DocumentReferences.hpp"
 #include "bench/FreshProcess.hpp"
 #include "bench/Generators.hpp"
 #include "bench/Roads.hpp"
 #include "bench/Timing.hpp"
-#include "workbench/core/ProjectImport.hpp"
+#include "workbench/core/import/ProjectImport.hpp"
+#include "workbench/core/project/TextFile.hpp"
 
-#include <algorithm>
+#include <valgrind/callgrind.h>
+
 #include <array>
-#include <cstdio>
 #include <filesystem>
-#include <iterator>
 #include <optional>
-#include <sstream>
-#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvane::bench {
@@ -21,86 +21,87 @@ namespace core = workbench::core;
 
 namespace {
 
-constexpr std::array<std::size_t, 3> kItems{10'000, 100'000, 1'000'000};
-constexpr int kRuns = 7;
-constexpr double kBar = 11.5;
+constexpr std::array<std::size_t, 3> kItems{2'500, 25'000, 250'000};
+constexpr double kGrowthBar = 10.5;
 
 // No address of a larger block would be valid, and errors cost what the smaller sizes have not.
 constexpr std::size_t kItemsOfBlock = 2'500;
 
-constexpr std::array<const char*, 5> kRoads{"source to document", "first import", "save",
-                                            "re-import", "load"};
-using Times = std::vector<double>; // in seconds, in the order of kRoads
+enum Road : std::size_t { document, firstImport, save, reimport, load, writer };
+constexpr std::size_t kImportRoads = 4; // the first ones, which one process goes
+constexpr std::size_t kLoadRoads = 2;   // the others
+constexpr std::array<const char*, 5> kGrowing{"source to document", "first import", "save",
+                                              "re-import", "load"};
 
 std::filesystem::path projectOf(std::filesystem::path source) {
     return source.replace_extension(".json");
 }
 
-/// Asks a process that has just started, as most do that import or load. This one would find
-/// memory at hand that it has used before, for some sizes more than for others.
-void askTimes(const char* verb, const std::filesystem::path& file, Times& times) {
-    std::istringstream line(askFreshProcess(verb, file));
-    std::copy(std::istream_iterator<double>(line), {}, std::back_inserter(times));
+/// Goes a road so that its instructions are counted, if this process runs under callgrind.
+void countInstructions(workbench::function_ref<void()> road) {
+    CALLGRIND_START_INSTRUMENTATION;
+    road();
+    CALLGRIND_DUMP_STATS;
+    CALLGRIND_STOP_INSTRUMENTATION;
 }
 
-Times timesOf(const std::filesystem::path& source) {
-    const auto project = projectOf(source);
-    std::filesystem::remove(project);
-    Times times;
-    askTimes(kImportTimesVerb, source, times);
-    askTimes(kLoadTimeVerb, project, times);
-    if (times.size() != kRoads.size())
-        throw std::runtime_error("no times of " + source.string());
-    return times;
+/// The instructions of each Road with a source of that many items.
+std::vector<double> countRoads(const Setup& setup, std::size_t items) {
+    const auto source =
+        setup.write(std::to_string(items) + ".db", mixedSource(items, items / kItemsOfBlock));
+    auto counts = countInFreshProcess(kImportRoadsVerb, source, kImportRoads);
+    for (const double count : countInFreshProcess(kLoadRoadsVerb, projectOf(source), kLoadRoads))
+        counts.push_back(count);
+    return counts;
 }
 
 } // namespace
 
-int printImportTimes(const char* source) {
-    const Workshop workshop;
-    auto target = workshop.newTarget();
-    const auto document = [&] { return Workshop::documentOf(*target.element, source); };
+int goImportRoads(const char* source) {
+    const Setup setup;
+    auto target = setup.newTarget();
+    const auto document = [&] { return Setup::documentOf(*target.element, source); };
     const auto import = [&] { core::importDocument(target.project, *target.element, document()); };
-    const auto save = [&] { workshop.save(target.project, projectOf(source)); };
-    const auto [written, imported, saved, again] =
-        medianSecondsInTurn(1, [&] { keep(document()); }, import, save, import);
-    std::printf("%.9f %.9f %.9f %.9f\n", written, imported, saved, again);
+    countInstructions([&] { keep(document()); });
+    countInstructions(import);
+    countInstructions([&] { setup.save(target.project, projectOf(source)); });
+    countInstructions(import);
     return 0;
 }
 
-int printLoadTime(const char* project) {
-    const Workshop workshop;
+int goLoadRoads(const char* project) {
+    const Setup setup;
     std::optional<core::Project> loaded;
-    std::printf("%.9f\n", medianSeconds(1, [&] { loaded.emplace(workshop.plugins(), project); }));
+    countInstructions([&] { loaded.emplace(setup.plugins(), project); });
+    const WritingScript script(core::readTextFile(project));
+    countInstructions([&] { keep(script.run()); });
     return 0;
 }
 
-void measureGrowth(const Workshop& workshop, std::vector<Result>& results) {
-    std::vector<std::filesystem::path> sources;
+void measureGrowth(const Setup& setup, std::vector<Result>& results) {
+    std::vector<std::vector<double>> counts;
     for (const auto items : kItems)
-        sources.push_back(workshop.write(std::to_string(items) + ".db",
-                                         mixedSource(items, items / kItemsOfBlock)));
-    std::array<std::array<std::vector<double>, kRoads.size()>, kItems.size()> times;
-    // The sizes in turn, so that all of them meet the machine in each of its moods.
-    for (int run = 0; run != kRuns; ++run)
-        for (std::size_t size = 0; size != kItems.size(); ++size) {
-            const auto once = timesOf(sources[size]);
-            for (std::size_t road = 0; road != kRoads.size(); ++road)
-                times[size][road].push_back(once[road]);
-        }
-    for (std::size_t road = 0; road != kRoads.size(); ++road)
-        for (std::size_t size = 1; size != kItems.size(); ++size) {
-            const double seconds = median(times[size][road]);
-            results.push_back(
-                {std::string("growth: ") + kRoads[road],
-                 std::to_string(kItems[size - 1]) + " to " + std::to_string(kItems[size]),
-                 seconds,
-                 "",
-                 "the step before",
-                 seconds / median(times[size - 1][road]),
-                 kBar,
-                 {}});
-        }
+        counts.push_back(countRoads(setup, items));
+    const auto compare = [&](std::string name, std::size_t size, std::size_t road, double reference,
+                             const char* referenceName, double bar) {
+        const double count = counts[size][road];
+        results.push_back({std::move(name),
+                           std::to_string(kItems[size]) + " items",
+                           0,
+                           instructionsPerItem(count, kItems[size]),
+                           referenceName,
+                           count / reference,
+                           bar,
+                           {}});
+    };
+    constexpr std::size_t last = kItems.size() - 1;
+    compare("instructions: save", last, save, counts[last][writer], "RapidJSON Writer", 1);
+    compare("instructions: re-import", last, reimport, counts[last][firstImport],
+            "the first import", 2);
+    for (std::size_t road = 0; road != kGrowing.size(); ++road)
+        for (std::size_t size = 1; size <= last; ++size)
+            compare(std::string("growth: ") + kGrowing[road], size, road, counts[size - 1][road],
+                    "a tenth of the items", kGrowthBar);
 }
 
 } // namespace corvane::bench

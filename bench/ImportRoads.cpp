@@ -7,7 +7,7 @@ namespace corvane::bench {
 
 namespace {
 
-constexpr int kRuns = 15;
+constexpr int kRuns = 41;
 
 struct Road {
     std::string name;
@@ -17,42 +17,40 @@ struct Road {
     double scanBar; // 0 where the source says little of the work
 };
 
-void measure(const Workshop& workshop, const Road& road, std::vector<Result>& results) {
-    const auto file = workshop.write("road.db", road.source);
-    const auto target = workshop.newTarget();
-    const auto document = Workshop::documentOf(*target.element, file);
+void measure(const Setup& setup, const Road& road, std::vector<Result>& results) {
+    const auto file = setup.write("road.db", road.source);
+    const auto target = setup.newTarget();
+    const auto document = Setup::documentOf(*target.element, file);
     const WritingScript script(document);
 
-    const auto [seconds, writer, scan, copy] = medianSecondsInTurn(
-        kRuns, [&] { keep(Workshop::documentOf(*target.element, file)); },
-        [&] { keep(script.run()); }, [&] { keep(countLines(road.source)); },
-        [&] { copyFresh(document); });
+    const auto [runs, writer, scan, copy] = secondsInTurn<warmSecondsOf>(
+        kRuns, [&] { keep(Setup::documentOf(*target.element, file)); }, [&] { keep(script.run()); },
+        [&] { keep(countLines(road.source)); }, [&] { copyFresh(document); });
 
-    const auto size = megabytes(road.source.size()) + " to " + megabytes(document.size());
-    const auto rate = ratePerSecond(static_cast<double>(road.items), seconds, "items");
-    results.push_back(
-        {road.name, size, seconds, rate, "RapidJSON Writer", seconds / writer, road.writerBar, {}});
-    results.push_back(
-        {road.name, size, seconds, rate, "memcpy of the document", seconds / copy, 0, {}});
-    if (road.scanBar != 0)
+    const double seconds = median(runs);
+    const auto compare = [&, &runs = runs](const char* name, const Seconds& reference, double bar) {
         results.push_back({road.name,
-                           size,
+                           megabytes(road.source.size()) + " to " + megabytes(document.size()),
                            seconds,
-                           rate,
-                           "memchr for newlines",
-                           seconds / scan,
-                           road.scanBar,
+                           ratePerSecond(static_cast<double>(road.items), seconds, "items"),
+                           name,
+                           medianRatio(runs, reference),
+                           bar,
                            {}});
+    };
+    compare("RapidJSON Writer", writer, road.writerBar);
+    compare("memcpy of the document", copy, 0);
+    if (road.scanBar != 0)
+        compare("memchr for newlines", scan, road.scanBar);
 }
 
 } // namespace
 
-void measureImportDocuments(const Workshop& workshop, std::vector<Result>& results) {
-    measure(workshop, {"source to document, scalars", scalarSource(200'000, 20), 200'000, 0.6, 20},
+void measureImportDocuments(const Setup& setup, std::vector<Result>& results) {
+    measure(setup, {"source to document, scalars", scalarSource(200'000, 20), 200'000, 0.6, 20},
             results);
-    measure(workshop, {"source to document, mixed", mixedSource(200'000, 20), 200'000, 0, 0},
-            results);
-    measure(workshop, {"source to document, arrays", arraySource(1'000'000), 1'000'000, 0.35, 0},
+    measure(setup, {"source to document, mixed", mixedSource(200'000, 20), 200'000, 0, 0}, results);
+    measure(setup, {"source to document, arrays", arraySource(1'000'000), 1'000'000, 0.35, 0},
             results);
 }
 

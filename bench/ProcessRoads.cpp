@@ -15,8 +15,19 @@ namespace corvane::bench {
 
 namespace {
 
-/// Runs a program to its end, its output thrown away; returns the most bytes it had in memory.
-std::size_t run(std::vector<std::string> arguments) {
+constexpr int kStarts = 101;
+
+struct Usage {
+    double seconds;        // of processor time
+    std::size_t peakBytes; // the most that were in memory
+};
+
+double secondsIn(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+}
+
+/// Runs a program to its end, its output thrown away.
+Usage run(std::vector<std::string> arguments) {
     std::vector<char*> argv;
     for (auto& argument : arguments)
         argv.push_back(argument.data());
@@ -31,27 +42,32 @@ std::size_t run(std::vector<std::string> arguments) {
     struct rusage usage{};
     if (error != 0 || wait4(child, &status, 0, &usage) != child || status != 0)
         throw std::runtime_error(arguments.front() + " failed");
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    return {secondsIn(usage.ru_utime) + secondsIn(usage.ru_stime),
+            static_cast<std::size_t>(usage.ru_maxrss) * 1024};
 }
 
 } // namespace
 
-void measureProcesses(const Workshop& workshop, std::vector<Result>& results) {
-    const double line = medianSeconds(41, [] { run({ONE_LINE_PROGRAM}); });
-    const double start = medianSeconds(41, [] { run({CORVANE_PROGRAM, "plugins"}); });
+void measureProcesses(const Setup& setup, std::vector<Result>& results) {
+    Seconds starts;
+    Seconds lines;
+    for (int pair = 0; pair != kStarts; ++pair) {
+        starts.push_back(run({CORVANE_PROGRAM, "plugins"}).seconds);
+        lines.push_back(run({ONE_LINE_PROGRAM}).seconds);
+    }
     results.push_back({"start of corvane plugins",
                        "",
-                       start,
+                       median(starts),
                        "",
                        "a program that prints a line",
-                       start / line,
+                       medianRatio(starts, lines),
                        4,
                        {}});
 
-    const auto file = workshop.write("peak.db", arraySource(1'000'000));
-    const auto document = Workshop::documentOf(*workshop.newTarget().element, file).size();
+    const auto file = setup.write("peak.db", arraySource(1'000'000));
+    const auto document = Setup::documentOf(*setup.newTarget().element, file).size();
     trimMemory();
-    const auto peak = run({CORVANE_PROGRAM, "import", file.string(), "--document"});
+    const auto peak = run({CORVANE_PROGRAM, "import", file.string(), "--document"}).peakBytes;
     results.push_back({"peak memory of import --document",
                        megabytes(document),
                        0,

@@ -44,6 +44,10 @@ std::string ratePerSecond(double amount, double seconds, const std::string& unit
     return format("%.2f M ", amount / seconds / 1e6) + unit + "/s";
 }
 
+std::string instructionsPerItem(double instructions, std::size_t items) {
+    return format("%.0f instructions/item", instructions / static_cast<double>(items));
+}
+
 std::string megabytes(std::size_t bytes) {
     return format("%.1f MB", static_cast<double>(bytes) / 1e6);
 }

@@ -25,6 +25,9 @@ int printReport(const std::vector<Result>& results);
 /// "12.3 M items/s".
 [[nodiscard]] std::string ratePerSecond(double amount, double seconds, const std::string& unit);
 
+/// "1270 instructions/item".
+[[nodiscard]] std::string instructionsPerItem(double instructions, std::size_t items);
+
 /// "9.1 MB".
 [[nodiscard]] std::string megabytes(std::size_t bytes);
 

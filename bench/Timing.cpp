@@ -4,12 +4,23 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
+#include <ctime>
 #include <fstream>
+#include <functional>
 #include <utility>
-#include <vector>
 
 namespace corvane::bench {
+
+namespace {
+
+/// The processor time that this process has used, system calls included.
+double processorSeconds() {
+    timespec now{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+} // namespace
 
 double median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -17,22 +28,22 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
-double medianSeconds(int runs, workbench::FunctionRef<void()> prepare,
-                     workbench::FunctionRef<void()> body) {
-    using Clock = std::chrono::steady_clock;
-    std::vector<double> seconds;
-    for (int run = 0; run != runs; ++run) {
-        prepare();
-        trimMemory();
-        const auto start = Clock::now();
-        body();
-        seconds.push_back(std::chrono::duration<double>(Clock::now() - start).count());
-    }
-    return median(std::move(seconds));
+double medianRatio(const Seconds& road, const Seconds& reference) {
+    std::vector<double> ratios(road.size());
+    std::ranges::transform(road, reference, ratios.begin(), std::divides());
+    return median(std::move(ratios));
 }
 
-double medianSeconds(int runs, workbench::FunctionRef<void()> body) {
-    return medianSeconds(runs, [] {}, body);
+double secondsOf(workbench::function_ref<void()> body) {
+    trimMemory();
+    const double start = processorSeconds();
+    body();
+    return processorSeconds() - start;
+}
+
+double warmSecondsOf(workbench::function_ref<void()> body) {
+    const double first = secondsOf(body);
+    return std::min(first, secondsOf(body));
 }
 
 std::size_t residentBytes() {

@@ -1,7 +1,7 @@
 #include "bench/Generators.hpp"
 
 #include "plugins/s7/address/S7Address.hpp"
-#include "plugins/s7/dbimport/DbFileReader.hpp"
+#include "plugins/s7/dbimport/reader/DbFileReader.hpp"
 
 #include <corvane/utils/core/Uuid.hpp>
 #include <corvane/utils/io/MemoryInputStream.hpp>

@@ -14,12 +14,12 @@ using namespace corvane::bench;
 
 struct Group {
     std::string_view name;
-    void (*measure)(const Workshop&, std::vector<Result>&);
+    void (*measure)(const Setup&, std::vector<Result>&);
 };
 
 constexpr std::array kGroups{
     Group{"processes", measureProcesses},
-    Group{"addresses", [](const Workshop&, auto& results) { measureAddresses(results); }},
+    Group{"addresses", [](const Setup&, auto& results) { measureAddresses(results); }},
     Group{"documents", measureImportDocuments},
     Group{"projects", measureProjects},
     Group{"growth", measureGrowth},
@@ -28,13 +28,13 @@ constexpr std::array kGroups{
 /// What this program is asked for by itself.
 struct Verb {
     std::string_view name;
-    int (*print)(const char* file);
+    int (*run)(const char* file);
 };
 
 constexpr std::array kVerbs{
     Verb{kResidentVerb, printResidentBytes},
-    Verb{kImportTimesVerb, printImportTimes},
-    Verb{kLoadTimeVerb, printLoadTime},
+    Verb{kImportRoadsVerb, goImportRoads},
+    Verb{kLoadRoadsVerb, goLoadRoads},
 };
 
 int usage() {
@@ -46,23 +46,25 @@ int usage() {
 }
 
 void run(std::span<char* const> wanted) {
-    const Workshop workshop;
+    const Setup setup;
     std::vector<Result> results;
     for (const auto& group : kGroups)
         if (wanted.empty() || std::ranges::find(wanted, group.name) != wanted.end())
-            group.measure(workshop, results);
+            group.measure(setup, results);
     const int exceeded = printReport(results);
     if (exceeded != 0)
         std::printf("\n%d of the bars are exceeded.\n", exceeded);
+    else
+        std::puts("\nAll bars hold.");
 }
 
 } // namespace
 
 int main(int argc, char** argv) try {
     const std::span<char* const> arguments(argv + 1, argv + argc);
-    for (const auto& [verb, print] : kVerbs)
+    for (const auto& [verb, run] : kVerbs)
         if (arguments.size() == 2 && arguments[0] == verb)
-            return print(arguments[1]);
+            return run(arguments[1]);
     for (const std::string_view name : arguments)
         if (std::ranges::find(kGroups, name, &Group::name) == kGroups.end())
             return usage();

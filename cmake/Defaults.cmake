@@ -16,22 +16,33 @@ set(CORVANE_PLUGIN_DIRECTORY ${CMAKE_BINARY_DIR}/bin/plugins)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 
-option(CORVANE_SANITIZE "Build everything with the address and undefined-behaviour sanitizers" OFF)
+set(CORVANE_SANITIZE "" CACHE STRING "Sanitizers to build everything with, such as thread")
 if(CORVANE_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+    add_compile_options(-fsanitize=${CORVANE_SANITIZE} -fno-sanitize-recover=all
                         -fno-omit-frame-pointer)
-    add_link_options(-fsanitize=address,undefined)
+    add_link_options(-fsanitize=${CORVANE_SANITIZE})
 endif()
+
+# Debug builds, and with them all that a sanitizer watches, look after who touches the model.
+add_compile_definitions($<$<CONFIG:Debug>:CORVANE_CHECK_OWNER>)
 
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# corvane_test(NAME SOURCES... LIBRARIES...): one GoogleTest program whose cases CTest lists by name.
+# Lets CTest list the cases of a GoogleTest program by name, each with the program as its label.
+function(corvane_discover_tests name)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS ${name})
+endfunction()
+
+# corvane_test(NAME SOURCES... LIBRARIES...): one GoogleTest program.
 function(corvane_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;DEFINITIONS")
     add_executable(${name} ${arg_SOURCES})
+    # Beside its own headers, what the tests of every piece share.
+    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}
+        ${PROJECT_SOURCE_DIR}/platform/utils/tests)
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
+    corvane_discover_tests(${name})
 endfunction()

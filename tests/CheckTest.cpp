@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <corvane/utils/json/Decoder.hpp>
 
@@ -182,8 +182,8 @@ constexpr std::string_view kSmallProject = R"({"corvane": 1, "elements": [
 
 } // namespace
 
-TEST(Check, findsEveryProblemWhereItBelongs) {
-    const Workplace place;
+TEST(Check, FindsEveryProblemWhereItBelongs) {
+    const Sandbox place;
     LargeProject project;
     project.write();
     place.write("P.json", project.text);
@@ -197,8 +197,8 @@ TEST(Check, findsEveryProblemWhereItBelongs) {
         ASSERT_EQ(problems[i], project.problems[i]);
 }
 
-TEST(Check, printsAProblemOnALine) {
-    const Workplace place;
+TEST(Check, PrintsAProblemOnALine) {
+    const Sandbox place;
     place.write("P.json", kSmallProject);
     EXPECT_EQ(place.run({"check", "P.json"}),
               (Result{.exitCode = 1,
@@ -218,28 +218,30 @@ TEST(Check, printsAProblemOnALine) {
                                                                 .err = {}}));
 }
 
-// What a name brings along must not reach the terminal as a command.
-TEST(Check, masksControlCharacters) {
-    const Workplace place;
+// Who reads from a pipe gets names as they are.
+TEST(Check, KeepsControlCharacters) {
+    const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": [
   {"@Skill.S7.PLC": {"name": "P\u001b\u007f\u0080", "address": "a", "children": [
     {"@Skill.S7.Item": {"name": "\u009f\u00a0", "address": "MB0",
                         "command": "/\n\u0085\u009b"}}]}}]})");
-    const std::string message = R"(the referenced element "/???" does not exist)";
+    const std::string command = "/\n\u0085\u009b";
+    const std::string message = "the referenced element \"" + command + "\" does not exist";
     EXPECT_EQ(place.run({"check", "P.json"}),
               (Result{.exitCode = 1,
-                      .out = "/P??\?/?\u00a0: Command: " + message + "\n1 problem found.\n",
+                      .out = "/P\x1b\x7f\u0080/\u009f\u00a0: Command: " + message +
+                             "\n1 problem found.\n",
                       .err = {}}));
     EXPECT_EQ(place.run({"form", "P.json", "/P\x1b\x7f\u0080/\u009f\u00a0"}),
               done("Data type  Byte\n"
                    "Address    MB0\n"
                    "Writable   false (Read only)\n"
-                   "Command    /???  [error: " +
-                   message + "]\n"));
+                   "Command    " +
+                   command + "  [error: " + message + "]\n"));
 }
 
-TEST(Check, countsASingleProblem) {
-    const Workplace place;
+TEST(Check, CountsASingleProblem) {
+    const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": [{"@Skill.S7.PLC": {"name": "PLC"}}]})");
     EXPECT_EQ(place.run({"check", "P.json"}),
               (Result{.exitCode = 1,
@@ -248,8 +250,8 @@ TEST(Check, countsASingleProblem) {
                       .err = {}}));
 }
 
-TEST(Check, ofAGoodProject) {
-    const Workplace place;
+TEST(Check, OfAGoodProject) {
+    const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": [
   {"@Skill.S7.PLC": {"name": "PLC", "address": "a", "rack": 255, "children": [
     {"@Skill.S7.Command": {"name": "c"}},

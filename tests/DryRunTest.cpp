@@ -1,5 +1,5 @@
 #include "DbSource.hpp"
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -35,12 +35,12 @@ public:
                           "command": "/PLC/c"}}]}}]}},
   {"@Skill.S7.PLC": {"name": "Other", "address": "b"}}]})";
 
-    Workplace place;
+    Sandbox place;
 };
 
 } // namespace
 
-TEST_F(DryRunTest, whatIsRenamedIsNotUnchanged) {
+TEST_F(DryRunTest, WhatIsRenamedIsNotUnchanged) {
     EXPECT_EQ(dryRun("a.db", {"--at", "/PLC"}),
               done("Importing a.db into P.json, /PLC, would change: 0 added, 1 updated, 2 renamed, "
                    "1 unchanged.\n"
@@ -49,7 +49,7 @@ TEST_F(DryRunTest, whatIsRenamedIsNotUnchanged) {
                    "renamed  /PLC/DB2, was DB1\n"));
 }
 
-TEST_F(DryRunTest, intoTheElementThatIsNamed) {
+TEST_F(DryRunTest, IntoTheElementThatIsNamed) {
     EXPECT_EQ(dryRun("a.db", {"--at", "/Other"}),
               done("Importing a.db into P.json, /Other, would change: 5 added, 0 updated, 0 "
                    "renamed, 0 unchanged.\n"
@@ -60,12 +60,12 @@ TEST_F(DryRunTest, intoTheElementThatIsNamed) {
                    "added    /Other/DB2/y\n"));
 }
 
-TEST_F(DryRunTest, intoOneOfSeveral) {
+TEST_F(DryRunTest, IntoOneOfSeveral) {
     EXPECT_EQ(dryRun("a.db", {}),
               failed("several elements can import the file; name one with --at: /PLC /Other"));
 }
 
-TEST_F(DryRunTest, ofAFileThatCannotBeImported) {
+TEST_F(DryRunTest, OfAFileThatCannotBeImported) {
     place.write("bad.db", "PROGRAM");
     EXPECT_EQ(dryRun("bad.db", {"--at", "/PLC"}),
               (Result{.exitCode = 1,

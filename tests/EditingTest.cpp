@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -35,19 +35,19 @@ public:
         EXPECT_EQ(place.files(), std::vector<std::string>{"P.json"});
     }
 
-    Workplace place;
+    Sandbox place;
 };
 
 } // namespace
 
-TEST_F(EditingTest, setsFieldsAsTheFormDoes) {
+TEST_F(EditingTest, SetsFieldsAsTheFormDoes) {
     EXPECT_EQ(place.run({"set", "P.json", "/PLC/b/i", "Address=DB7.DB20", "Writable=false",
                          "Command=/PLC/Fast"}),
               done());
     EXPECT_EQ(place.read("P.json"), project("DB20", "false", "/PLC/Fast"));
 }
 
-TEST_F(EditingTest, takesValuesAsTheyAreStoredAndAsTheyAreShown) {
+TEST_F(EditingTest, TakesValuesAsTheyAreStoredAndAsTheyAreShown) {
     EXPECT_EQ(place.run({"set", "P.json", "/PLC/b/i", "Data type=unsigned 64-bit integer",
                          "Writable=Read only", "Command="}),
               done());
@@ -61,14 +61,14 @@ TEST_F(EditingTest, takesValuesAsTheyAreStoredAndAsTheyAreShown) {
               std::string::npos);
 }
 
-TEST_F(EditingTest, setsAFieldThatAnotherValueShows) {
+TEST_F(EditingTest, SetsAFieldThatAnotherValueShows) {
     EXPECT_EQ(place.run({"set", "P.json", "/PLC/b/i", "String size=20", "Data type=WString"}),
               done());
     EXPECT_NE(place.read("P.json").find(R"("dataType": "WString", "stringSize": 20)"),
               std::string::npos);
 }
 
-TEST_F(EditingTest, refusesWhatTheFormRefuses) {
+TEST_F(EditingTest, RefusesWhatTheFormRefuses) {
     const auto set = [](const std::string& path, const std::string& value) {
         return std::vector<std::string>{"set", "P.json", path, value};
     };
@@ -101,15 +101,15 @@ TEST_F(EditingTest, refusesWhatTheFormRefuses) {
                                          "number, Slot number, Import DB File");
     expectRefusal(set("/PLC/Slow", "Rack=1"),
                   "there is no field “Rack”; the element has no fields");
-    expectRefusal(set("/No", "Rack number=1"), "the project has no element \"/No\"");
+    expectRefusal(set("/No", "Rack number=1"), "the project has no element “/No”");
 }
 
-TEST_F(EditingTest, setsAllFieldsOrNone) {
+TEST_F(EditingTest, SetsAllFieldsOrNone) {
     expectRefusal({"set", "P.json", "/PLC", "Address=new", "Slot number=1", "Rack number=8"},
                   "/PLC: Rack number: the value must lie between 0 and 7");
 }
 
-TEST_F(EditingTest, letsTheFileAloneWhereNothingChanges) {
+TEST_F(EditingTest, LetsTheFileAloneWhereNothingChanges) {
     const std::string odd =
         R"({"elements":[{"@Skill.S7.PLC":{"name":"Q","rack":200}}],"corvane":1})";
     place.write("P.json", odd);
@@ -118,7 +118,7 @@ TEST_F(EditingTest, letsTheFileAloneWhereNothingChanges) {
     EXPECT_EQ(place.read("P.json"), odd);
 }
 
-TEST_F(EditingTest, addsElements) {
+TEST_F(EditingTest, AddsElements) {
     EXPECT_EQ(place.run({"add", "P.json", "/PLC/b", "Item", "speed/max"}),
               done("/PLC/b/speed~1max\n"));
     EXPECT_EQ(place.run({"add", "P.json", "/PLC/b", "@Skill.S7.Struct"}), done("/PLC/b/Struct\n"));
@@ -138,7 +138,7 @@ TEST_F(EditingTest, addsElements) {
 )");
 }
 
-TEST_F(EditingTest, refusesToAddWhatCannotStandThere) {
+TEST_F(EditingTest, RefusesToAddWhatCannotStandThere) {
     expectRefusal({"add", "P.json", "/PLC/b", "Command"},
                   "an element of the class “Command” cannot stand below “/PLC/b”");
     expectRefusal({"add", "P.json", "/", "Item"},
@@ -150,7 +150,7 @@ TEST_F(EditingTest, refusesToAddWhatCannotStandThere) {
                   "the name “\xef\xbf\xbd” is not valid UTF-8");
 }
 
-TEST_F(EditingTest, createsAProjectOnlyAtItsTop) {
+TEST_F(EditingTest, CreatesAProjectOnlyAtItsTop) {
     expectRefusal({"add", "New.json", "/PLC", "Item"}, "New.json: No such file or directory");
     expectRefusal({"add", "New.json", "/", "Item"},
                   "an element of the class “Item” cannot stand at the top of a project");
@@ -159,20 +159,20 @@ TEST_F(EditingTest, createsAProjectOnlyAtItsTop) {
               "Press  PLC  missing  Rack number 0  Slot number 0\n");
 }
 
-TEST_F(EditingTest, renamesAndLetsReferencesFollow) {
+TEST_F(EditingTest, RenamesAndLetsReferencesFollow) {
     EXPECT_EQ(place.run({"rename", "P.json", "/PLC/Slow", "a/b"}), done());
     EXPECT_EQ(place.run({"rename", "P.json", "/PLC", "Press"}), done());
     EXPECT_NE(place.read("P.json").find(R"("command": "/Press/a~1b")"), std::string::npos);
     EXPECT_EQ(place.run({"check", "P.json"}).exitCode, 0);
 }
 
-TEST_F(EditingTest, refusesNamesThatAreTakenOrNone) {
+TEST_F(EditingTest, RefusesNamesThatAreTakenOrNone) {
     expectRefusal({"rename", "P.json", "/PLC", "Other"},
                   "there is another element “Other” beside it");
     expectRefusal({"rename", "P.json", "/PLC", ""}, "a name must not be empty");
 }
 
-TEST_F(EditingTest, saysWhatRefersToNothingAfterARemoval) {
+TEST_F(EditingTest, SaysWhatRefersToNothingAfterARemoval) {
     EXPECT_EQ(place.run({"remove", "P.json", "/PLC/Fast"}), done());
     EXPECT_EQ(place.run({"remove", "P.json", "/PLC/Slow"}),
               done("/PLC/b/i now refers to nothing: /PLC/Slow is gone\n"));
@@ -182,10 +182,10 @@ TEST_F(EditingTest, saysWhatRefersToNothingAfterARemoval) {
     EXPECT_EQ(place.run({"check", "P.json"}).exitCode, 0) << "it is found again";
     EXPECT_EQ(place.run({"remove", "P.json", "/PLC"}), done());
     EXPECT_EQ(place.printed({"show", "P.json"}), "Other  PLC  o  Rack number 200  Slot number 0\n");
-    expectRefusal({"remove", "P.json", "/"}, "the project has no element \"/\"");
+    expectRefusal({"remove", "P.json", "/"}, "the project has no element “/”");
 }
 
-TEST_F(EditingTest, tellsWhatAnImportWouldChange) {
+TEST_F(EditingTest, TellsWhatAnImportWouldChange) {
     const auto write = [&](std::string_view variables) {
         place.write("x.db", "DATA_BLOCK \"b\"\n{ S7_Optimized_Access := 'FALSE' }\nSTRUCT\n" +
                                 std::string(variables) + "END_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");

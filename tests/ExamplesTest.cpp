@@ -1,5 +1,5 @@
 #include "DbSource.hpp"
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -26,8 +26,8 @@ protected:
 } // namespace
 
 // The listings were made without this program.
-TEST_P(ExampleTest, hasTheExpectedItems) {
-    const Workplace place;
+TEST_P(ExampleTest, HasTheExpectedItems) {
+    const Sandbox place;
     const auto listing = listingOf(place.printed({"import", source(), "--document"}));
     const auto expected = linesOf(contentOf(expectedListings() / (GetParam() + ".txt")));
     ASSERT_FALSE(expected.empty());
@@ -38,8 +38,8 @@ TEST_P(ExampleTest, hasTheExpectedItems) {
     }
 }
 
-TEST_P(ExampleTest, isImportedWithoutAProblem) {
-    const Workplace place;
+TEST_P(ExampleTest, IsImportedWithoutAProblem) {
+    const Sandbox place;
     static_cast<void>(place.printed({"import", source(), "--project", "P.json"}));
     EXPECT_EQ(place.run({"check", "P.json"}), done("No problems found.\n"));
     const auto once = place.read("P.json");

@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -39,12 +39,12 @@ protected:
     }
 
 public:
-    Workplace place;
+    Sandbox place;
 };
 
 } // namespace
 
-TEST_F(FormTest, ofAPlc) {
+TEST_F(FormTest, OfAPlc) {
     EXPECT_EQ(place.run({"form", "P.json", "/PLC"}),
               done("Address         [error: Please enter the network address of the target PLC]\n"
                    "Rack number     9\n"
@@ -60,7 +60,7 @@ TEST_F(FormTest, ofAPlc) {
 )");
 }
 
-TEST_F(FormTest, ofADataBlock) {
+TEST_F(FormTest, OfADataBlock) {
     EXPECT_EQ(place.run({"form", "P.json", "/PLC/b"}), done("DB number  3\n"));
     EXPECT_EQ(json("/PLC/b"),
               R"([
@@ -69,14 +69,14 @@ TEST_F(FormTest, ofADataBlock) {
 )");
 }
 
-TEST_F(FormTest, ofElementsWithoutProperties) {
+TEST_F(FormTest, OfElementsWithoutProperties) {
     for (const std::string path : {"/PLC/A", "/PLC/b/s"}) {
         EXPECT_EQ(place.run({"form", "P.json", path}), done("The element has no properties.\n"));
         EXPECT_EQ(json(path), "[]\n");
     }
 }
 
-TEST_F(FormTest, ofAnItem) {
+TEST_F(FormTest, OfAnItem) {
     EXPECT_EQ(place.run({"form", "P.json", "/PLC/b/s/t"}), done(R"(Data type          String
 String size        20
 Address            DBB4
@@ -121,7 +121,7 @@ Command            /PLC/B~1C
 }
 
 // A value that the editor does not offer is shown as it is; hidden controls are left out.
-TEST_F(FormTest, ofAnItemWithProblems) {
+TEST_F(FormTest, OfAnItemWithProblems) {
     EXPECT_EQ(place.run({"form", "P.json", "/PLC/i"}),
               done("Data type  Quad\n"
                    "Address    DB1.5  [error: invalid address for a standalone data item, the "
@@ -138,7 +138,7 @@ TEST_F(FormTest, ofAnItemWithProblems) {
 }
 
 // As scripts read it: each row whole, with what is stored beyond the editors' limits.
-TEST_F(FormTest, ofItemsWithProblemsRowByRow) {
+TEST_F(FormTest, OfItemsWithProblemsRowByRow) {
     const auto text = json("/PLC/i");
     EXPECT_EQ(
         row(text, "Data type"),
@@ -158,7 +158,7 @@ TEST_F(FormTest, ofItemsWithProblemsRowByRow) {
         R"({"label": "Command", "description": "The data item command", "help": "This field shows the command attached to this data item.", "editor": "reference", "visible": true, "value": "", "error": "please specify the command used to read and write the data item", "candidates": [)");
 }
 
-TEST_F(FormTest, showsTheStringSizeOfTextsAlone) {
+TEST_F(FormTest, ShowsTheStringSizeOfTextsAlone) {
     const auto project = [](const std::string& type, const std::string& size) {
         return R"({"corvane": 1, "elements": [{"@Skill.S7.PLC": {"name": "PLC", "children": [
             {"@Skill.S7.Item": {"name": "i", "dataType": ")" +
@@ -179,7 +179,7 @@ TEST_F(FormTest, showsTheStringSizeOfTextsAlone) {
     }
 }
 
-TEST_F(FormTest, showsStoredNumbersOutsideTheLimits) {
+TEST_F(FormTest, ShowsStoredNumbersOutsideTheLimits) {
     place.write("P.json", R"({"corvane": 1, "elements": [
         {"@Skill.S7.PLC": {"name": "PLC", "address": "a", "rack": 8, "slot": 32, "children": [
             {"@Skill.S7.DataBlock": {"name": "b", "DBNumber": 0}}]}}]})");

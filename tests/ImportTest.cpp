@@ -1,5 +1,5 @@
 #include "DbSource.hpp"
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -49,8 +49,8 @@ std::string onlyShown(std::string_view file) {
 
 } // namespace
 
-TEST(Import, showsTheTreeWithTypesAndEffectiveAddresses) {
-    const Workplace place;
+TEST(Import, ShowsTheTreeWithTypesAndEffectiveAddresses) {
+    const Sandbox place;
     place.write("motor.db", kMotorSource);
     EXPECT_EQ(place.run({"import", "motor.db"}), done(onlyShown("motor.db") +
                                                       R"(  Data Block  Data Item  Structure  Bytes
@@ -73,8 +73,21 @@ PLC  PLC  Rack number 0  Slot number 0
     EXPECT_EQ(place.files(), std::vector<std::string>{"motor.db"});
 }
 
-TEST(Import, printsTheDocument) {
-    const Workplace place;
+TEST(Import, NamesAVariableThatHasNoName) {
+    const Sandbox place;
+    place.write("a.db",
+                dataBlock("Data", "\"\" : Bool; x : Int; s : Struct \"\" : Real; END_STRUCT;"));
+    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+    EXPECT_EQ(place.printed({"show", "P.json", "/PLC/Data"}), R"(Data  DB  DB number 1
+  Unnamed  Data  Bool  DB1.DB0.0
+  x        Data  Int   DB1.DB2
+  s        Struct
+    Unnamed  Data  Real  DB1.DB4
+)");
+}
+
+TEST(Import, PrintsTheDocument) {
+    const Sandbox place;
     place.write("motor.db", kMotorSource);
     const auto item = [](std::string_view name, std::string_view typeAndAddress, bool writable) {
         return R"({"@Skill.S7.Item":{"name":")" + std::string(name) + R"(","dataType":)" +
@@ -95,8 +108,8 @@ TEST(Import, printsTheDocument) {
                    item("Pos", R"("DInt","address":"DB42)", true) + "]}}]}}]\n"));
 }
 
-TEST(Import, laysVariablesOutAsThePlcDoes) {
-    const Workplace place;
+TEST(Import, LaysVariablesOutAsThePlcDoes) {
+    const Sandbox place;
     place.write("mixed.db", kMixedSource);
     const auto document = place.printed({"import", "mixed.db", "--document"});
     EXPECT_EQ(listingOf(document), kMixedListing);
@@ -110,11 +123,23 @@ TEST(Import, laysVariablesOutAsThePlcDoes) {
         EXPECT_NE(shown.find(line), std::string::npos) << line << shown;
 }
 
-TEST(Import, createsAProject) {
-    const Workplace place;
+TEST(Import, SaysThatNamesAreNotUtf8) {
+    const Sandbox place;
+    place.write("latin.db", "DATA_BLOCK \"Beh\xE4lter\"\n{ S7_Optimized_Access := 'FALSE' }\n"
+                            "STRUCT\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
+    const Result result = place.run({"import", "latin.db", "--document"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "warning: Beh\u00E4lter: names that are not UTF-8 were read as "
+                          "Windows-1252: 1 in this data block, the first is "
+                          "\u201CBeh\u00E4lter\u201D\n");
+    EXPECT_NE(result.out.find("{\"name\":\"Beh\u00E4lter\",\"DBNumber\":1,"), std::string::npos);
+}
+
+TEST(Import, CreatesAProject) {
+    const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool; st : Struct y : Int; END_STRUCT;"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json"}),
-              done(R"(Imported a.db into P.json, /PLC: 5 elements added, 0 updated.
+              done(R"(Imported a.db into P.json, /PLC: 6 elements added, 0 updated.
 
   Data Block  Data Item  Structure  Bytes
   Data                2          1      4
@@ -135,8 +160,8 @@ TEST(Import, createsAProject) {
     EXPECT_EQ(place.files(), (std::vector<std::string>{"P.json", "a.db"}));
 }
 
-TEST(Import, ofAFileWithoutDataBlocks) {
-    const Workplace place;
+TEST(Import, OfAFileWithoutDataBlocks) {
+    const Sandbox place;
     place.write("empty.DB", "\xef\xbb\xbf  // nothing here\n");
     EXPECT_EQ(place.run({"import", "empty.DB", "--document"}),
               done("[{\"@Skill.S7.Command\":{\"name\":\"Default Command\"}}]\n"));
@@ -146,8 +171,8 @@ TEST(Import, ofAFileWithoutDataBlocks) {
                                            "  Default Command  Command\n"));
 }
 
-TEST(Import, intoOneOfSeveral) {
-    const Workplace place;
+TEST(Import, IntoOneOfSeveral) {
+    const Sandbox place;
     place.write("P.json", kTwoPlcs);
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json"}),
@@ -171,17 +196,17 @@ South/East  PLC  10.0.0.2  Rack number 0  Slot number 1
               std::string::npos);
 }
 
-TEST(Import, masksControlCharactersOfTheElementsToChooseFrom) {
-    const Workplace place;
+TEST(Import, NamesTheElementsToChooseFromAsTheyAre) {
+    const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": [
   {"@Skill.S7.PLC": {"name": "a\u0007"}}, {"@Skill.S7.PLC": {"name": "b\u009b"}}]})");
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json"}),
-              failed("several elements can import the file; name one with --at: /a? /b?"));
+              failed("several elements can import the file; name one with --at: /a\a /b\u009b"));
 }
 
-TEST(Import, theDocumentForAProjectRefersToIt) {
-    const Workplace place;
+TEST(Import, TheDocumentForAProjectRefersToIt) {
+    const Sandbox place;
     const std::string project = R"({"corvane": 1, "elements": [
   {"@Skill.S7.PLC": {"name": "PLC", "address": "a", "children": [
     {"@Skill.S7.Command": {"name": "Fast"}},
@@ -202,8 +227,8 @@ TEST(Import, theDocumentForAProjectRefersToIt) {
     EXPECT_FALSE(place.has("New.json"));
 }
 
-TEST(Import, whatFailsSaysSoInThePlugInsOwnWordsAndChangesNothing) {
-    const Workplace place;
+TEST(Import, WhatFailsSaysSoInThePlugInsOwnWordsAndChangesNothing) {
+    const Sandbox place;
     place.write("good.db", dataBlock("Data", "x : Bool;"));
     static_cast<void>(place.printed({"import", "good.db", "--project", "P.json"}));
     const auto before = place.read("P.json");
@@ -232,8 +257,8 @@ TEST(Import, whatFailsSaysSoInThePlugInsOwnWordsAndChangesNothing) {
     EXPECT_EQ(place.files(), (std::vector<std::string>{"P.json", "bad.db", "good.db"}));
 }
 
-TEST(Import, ofAFileThatCannotBeRead) {
-    const Workplace place;
+TEST(Import, OfAFileThatCannotBeRead) {
+    const Sandbox place;
     EXPECT_EQ(place.run({"import", "none.db"}),
               importError("none.db", "cannot open the file: No such file or directory"));
     std::filesystem::create_directory(place.folder() / "folder.db");
@@ -245,27 +270,35 @@ TEST(Import, ofAFileThatCannotBeRead) {
 }
 
 // The plug-in's text stays the first line, whatever else there is to say.
-TEST(Import, aFailureComesBeforeThePlugInsThatCouldNotBeLoaded) {
-    const Workplace place;
+TEST(Import, AFailureComesBeforeThePlugInsThatCouldNotBeLoaded) {
+    const Sandbox place;
     place.write("bad.db", "PROGRAM");
     auto expected = importError("bad.db", "Missing DATA_BLOCK declaration");
     expected.err += "corvane: plug-in none.so was not loaded: No such file or directory\n";
     EXPECT_EQ(place.run({"--plugin", "none.so", "import", "bad.db"}), expected);
 }
 
-TEST(Import, whereItCannot) {
-    const Workplace place;
+TEST(Import, WhereItCannot) {
+    const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     place.write("a.txt", "");
     static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
     EXPECT_EQ(place.run({"import", "a.txt"}), failed(R"(no loaded plug-in imports ".txt" files)"));
+    place.write("a", "");
     EXPECT_EQ(place.run({"import", "a"}), failed(R"(no loaded plug-in imports "" files)"));
+    for (const std::string none : {"none.txt", "none", "none/a.txt"}) {
+        const auto missing = failed(none + ": No such file or directory");
+        EXPECT_EQ(place.run({"import", none}), missing);
+        EXPECT_EQ(place.run({"import", none, "--project", "P.json", "--at", "/PLC"}), missing);
+        EXPECT_EQ(place.run({"import", none, "--project", "New.json"}), missing);
+    }
+    EXPECT_FALSE(place.has("New.json"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "/PLC/Data"}),
               failed(R"(/PLC/Data does not import ".db" files)"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "/Q"}),
-              failed(R"(the project has no element "/Q")"));
+              failed(R"(the project has no element “/Q”)"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "PLC"}),
-              failed(R"(the project has no element "PLC")"));
+              failed(R"(the project has no element “PLC”)"));
 }
 
 } // namespace corvane::test

@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -27,13 +27,13 @@ std::string block(std::string_view members) {
 
 /// What saving writes of the element at `path`.
 std::string saved(const std::string& project, const std::string& path) {
-    const Workplace place;
+    const Sandbox place;
     place.write("P.json", project);
     return place.printed({"show", "P.json", path, "--json"});
 }
 
 std::string errorOf(const std::string& project) {
-    const Workplace place;
+    const Sandbox place;
     place.write("P.json", project);
     const auto result = place.run({"show", "P.json", "--json"});
     EXPECT_EQ(result.exitCode, 1);
@@ -46,7 +46,7 @@ std::string errorOf(const std::string& project) {
 
 } // namespace
 
-TEST(Loading, ofAPlc) {
+TEST(Loading, OfAPlc) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"", R"("address": "missing", "rack": 0, "slot": 0)"},
         {R"("hostName": "10.0.0.1")", R"("address": "10.0.0.1", "rack": 0, "slot": 0)"},
@@ -63,7 +63,7 @@ TEST(Loading, ofAPlc) {
             << members;
 }
 
-TEST(Loading, ofADataBlock) {
+TEST(Loading, OfADataBlock) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"", "1"},
         {R"("DB number": 5)", "5"},
@@ -78,7 +78,7 @@ TEST(Loading, ofADataBlock) {
             << members;
 }
 
-TEST(Loading, ofAnItem) {
+TEST(Loading, OfAnItem) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"", R"("dataType": "Byte", "address": "", "writable": false, "command": "")"},
         {R"("bufferLength": 22, "dataType": "String")",
@@ -108,48 +108,48 @@ TEST(Loading, ofAnItem) {
             << members;
 }
 
-TEST(Loading, namesTheMemberTheElementAndThePlaceOfAFault) {
+TEST(Loading, NamesTheMemberTheElementAndThePlaceOfAFault) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"{\"corvane\": 1,\n \"elements\": [\n  {\"@Skill.S7.PLC\": {\"name\": \"PLC\", "
          "\"rack\": 256}}]}",
-         R"(element "/PLC": member "rack": value out of range, expected 0 to 255 )"
+         R"(element “/PLC”: member "rack": value out of range, expected 0 to 255 )"
          "(line 3, column 45)"},
         {plc(R"("slot": -1)"),
-         R"(element "/PLC": member "slot": value out of range, expected 0 to 255 )"
+         R"(element “/PLC”: member "slot": value out of range, expected 0 to 255 )"
          "(line 1, column 71)"},
         {plc(R"("rack": "3")"),
-         R"(element "/PLC": member "rack": value out of range, expected 0 to 255 )"
+         R"(element “/PLC”: member "rack": value out of range, expected 0 to 255 )"
          "(line 1, column 71)"},
         {plc(R"("address": 3)"),
-         R"(element "/PLC": member "address": expected a string, found a number )"
+         R"(element “/PLC”: member "address": expected a string, found a number )"
          "(line 1, column 74)"},
-        {plc(R"("port": 102)"), R"(element "/PLC": unknown member "port")"},
-        {plc(R"("Address": "a")"), R"(element "/PLC": unknown member "Address")"},
+        {plc(R"("port": 102)"), R"(element “/PLC”: unknown member “port”)"},
+        {plc(R"("Address": "a")"), R"(element “/PLC”: unknown member “Address”)"},
         {block(R"("DBNumber": 65536)"),
-         R"(element "/PLC/b": member "DBNumber": value out of range, expected 0 to 65535 )"
+         R"(element “/PLC/b”: member "DBNumber": value out of range, expected 0 to 65535 )"
          "(line 1, column 126)"},
-        {block(R"("DB Number": 1)"), R"(element "/PLC/b": unknown member "DB Number")"},
+        {block(R"("DB Number": 1)"), R"(element “/PLC/b”: unknown member “DB Number”)"},
         {item(R"("stringSize": 18446744073709551616)"),
-         R"(element "/PLC/i": member "stringSize": value out of range, expected 0 to )"
+         R"(element “/PLC/i”: member "stringSize": value out of range, expected 0 to )"
          "18446744073709551615 (line 1, column 123)"},
         {item(R"("bufferLength": -2)"),
-         R"(element "/PLC/i": member "bufferLength": value out of range, expected 0 to )"
+         R"(element “/PLC/i”: member "bufferLength": value out of range, expected 0 to )"
          "18446744073709551615 (line 1, column 125)"},
         {item(R"("writable": 1)"),
-         R"(element "/PLC/i": member "writable": expected a boolean, found a number )"
+         R"(element “/PLC/i”: member "writable": expected a boolean, found a number )"
          "(line 1, column 121)"},
         {item(R"("effectiveAddress": "x")"),
-         R"(element "/PLC/i": unknown member "effectiveAddress")"},
+         R"(element “/PLC/i”: unknown member “effectiveAddress”)"},
         {child(R"({"@Skill.S7.Struct": {"name": "s/t", "size": 2}})"),
-         R"(element "/PLC/s~1t": unknown member "size")"},
+         R"(element “/PLC/s~1t”: unknown member “size”)"},
         {child(R"({"@Skill.S7.Command": {"name": "c", "period": 2}})"),
-         R"(element "/PLC/c": unknown member "period")"},
+         R"(element “/PLC/c”: unknown member “period”)"},
         {child(R"({"@Skill.S7.PLC": {"name": "c"}})"),
          R"(member "@Skill.S7.PLC": an element of this class cannot stand here (line 1, column 76))"},
         {R"({"corvane": 1, "elements": [{"@Skill.S7.Item": {"name": "i"}}]})",
          R"(member "@Skill.S7.Item": an element of this class cannot stand here (line 1, column 29))"},
         {R"({"corvane": 1, "elements": [{"@Skill.S8.PLC": {"name": "i"}}]})",
-         R"(no loaded plug-in has the element class "@Skill.S8.PLC")"},
+         R"(no loaded plug-in has the element class “@Skill.S8.PLC”)"},
         {R"({"version": 3})", R"(member "corvane": this is no corvane project (line 1, column 1))"},
         {R"({"corvane": 2, "elements": []})",
          R"(member "corvane": the project is of format 2, which is not known (line 1, column 1))"},
@@ -163,8 +163,8 @@ TEST(Loading, namesTheMemberTheElementAndThePlaceOfAFault) {
         EXPECT_EQ(errorOf(project), message) << project;
 }
 
-TEST(Loading, ofAFileThatCannotBeRead) {
-    const Workplace place;
+TEST(Loading, OfAFileThatCannotBeRead) {
+    const Sandbox place;
     std::filesystem::create_directory(place.folder() / "folder");
     const std::vector<std::vector<std::string>> verbs{
         {"show"}, {"check"}, {"members", "/PLC"}, {"form", "/PLC"}};
@@ -177,8 +177,8 @@ TEST(Loading, ofAFileThatCannotBeRead) {
 }
 
 // Verbs that only look leave the file as it is, even where saving would write it differently.
-TEST(Loading, changesNothing) {
-    const Workplace place;
+TEST(Loading, ChangesNothing) {
+    const Sandbox place;
     const auto project = plc(R"("hostName": "a", "rack": 3.9)");
     place.write("P.json", project);
     for (const std::vector<std::string>& words : {std::vector<std::string>{"show", "P.json"},
@@ -189,7 +189,7 @@ TEST(Loading, changesNothing) {
     EXPECT_EQ(place.files(), std::vector<std::string>{"P.json"});
 }
 
-TEST(Loading, survivesWhateverIsNested) {
+TEST(Loading, SurvivesWhateverIsNested) {
     std::string deep =
         R"({"corvane": 1, "elements": [{"@Skill.S7.PLC": {"name": "P", "children": [)";
     std::string end = "]}}]}";

@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -19,12 +19,12 @@ protected:
     }
 
 public:
-    Workplace place;
+    Sandbox place;
 };
 
 } // namespace
 
-TEST_F(MembersTest, ofAPlc) {
+TEST_F(MembersTest, OfAPlc) {
     EXPECT_EQ(place.run({"members", "P.json", "/PLC"}), done(R"(attribute  deviceState
 attribute  connectionTime
 attribute  error
@@ -34,7 +34,7 @@ task       reconnect
 )"));
 }
 
-TEST_F(MembersTest, ofACommand) {
+TEST_F(MembersTest, OfACommand) {
     EXPECT_EQ(place.run({"members", "P.json", "/PLC/c"}), done(R"(attribute  updateTime
 attribute  quality
 attribute  error
@@ -47,7 +47,7 @@ task       execute
 )"));
 }
 
-TEST_F(MembersTest, ofItems) {
+TEST_F(MembersTest, OfItems) {
     EXPECT_EQ(place.run({"members", "P.json", "/PLC/read"}), done(R"(attribute  value
 attribute  changeTime
 attribute  quality
@@ -69,7 +69,7 @@ event      writeFailed
 )"));
 }
 
-TEST_F(MembersTest, ofElementsThatHaveNone) {
+TEST_F(MembersTest, OfElementsThatHaveNone) {
     for (const std::string path : {"/PLC/b", "/PLC/s"}) {
         EXPECT_EQ(place.run({"members", "P.json", path}),
                   done("The element publishes no attributes, events or tasks.\n"));
@@ -79,7 +79,7 @@ TEST_F(MembersTest, ofElementsThatHaveNone) {
     }
 }
 
-TEST_F(MembersTest, asJson) {
+TEST_F(MembersTest, AsJson) {
     const auto json = place.printed({"members", "P.json", "/PLC/write", "--json"});
     for (const std::string_view line :
          {R"(    {"name": "value", "access": 2, "type": 3, "bits": 32, "directions": 3},)",

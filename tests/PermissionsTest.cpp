@@ -1,5 +1,5 @@
 #include "DbSource.hpp"
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace {
 /// user, who owns the workplace: the administrator may write where permissions forbid it.
 class OrdinaryUser {
 public:
-    explicit OrdinaryUser(const Workplace& place) : changed_(::geteuid() == 0) {
+    explicit OrdinaryUser(const Sandbox& place) : changed_(::geteuid() == 0) {
         if (!changed_)
             return;
         EXPECT_EQ(::chown(place.folder().c_str(), kUser, kUser), 0);
@@ -69,7 +69,7 @@ public:
         }
     }
 
-    Workplace place;
+    Sandbox place;
 };
 
 constexpr auto kRead = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
@@ -77,7 +77,7 @@ constexpr auto kRead = fs::perms::owner_read | fs::perms::group_read | fs::perms
 } // namespace
 
 // Though a new file could take its name.
-TEST_F(PermissionsTest, aFileThatMustNotBeWrittenIsNotReplaced) {
+TEST_F(PermissionsTest, AFileThatMustNotBeWrittenIsNotReplaced) {
     fs::permissions(place.folder() / "P.json", kRead);
     const OrdinaryUser user(place);
     if (!OrdinaryUser::mayRunTheProgram())
@@ -86,7 +86,7 @@ TEST_F(PermissionsTest, aFileThatMustNotBeWrittenIsNotReplaced) {
     EXPECT_EQ(fs::status(place.folder() / "P.json").permissions(), kRead);
 }
 
-TEST_F(PermissionsTest, aFolderThatTakesNoFileKeepsTheOldOne) {
+TEST_F(PermissionsTest, AFolderThatTakesNoFileKeepsTheOldOne) {
     fs::permissions(place.folder(), fs::perms::owner_read | fs::perms::owner_exec);
     const OrdinaryUser user(place);
     if (!OrdinaryUser::mayRunTheProgram())

@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -31,13 +31,13 @@ std::string benchText(std::string_view file) {
 
 } // namespace
 
-TEST(Plugins, thoseBesideTheProgram) {
-    const Workplace place;
+TEST(Plugins, ThoseBesideTheProgram) {
+    const Sandbox place;
     EXPECT_EQ(place.run({"plugins"}), done(ownText()));
 }
 
-TEST(Plugins, asJson) {
-    const Workplace place;
+TEST(Plugins, AsJson) {
+    const Sandbox place;
     EXPECT_EQ(place.run({"plugins", "--json"}), done(R"([
   {"skill": "S7", "uuid": "0f149f70-c1fe-4a32-a3d2-0ed86370f99a", "file": ")" +
                                                      ownPlugin().string() +
@@ -63,15 +63,15 @@ TEST(Plugins, asJson) {
 )"));
 }
 
-TEST(Plugins, thoseNamedByAnOption) {
-    const Workplace place;
+TEST(Plugins, ThoseNamedByAnOption) {
+    const Sandbox place;
     const auto bench = testPlugin("Bench");
     EXPECT_EQ(place.run({"plugins", "--plugin", bench}), done(ownText() + benchText(bench)));
     EXPECT_EQ(place.run({"--plugin", ownPlugin().string(), "plugins"}), done(ownText()));
 }
 
-TEST(Plugins, thoseInTheFoldersOfTheEnvironment) {
-    const Workplace place;
+TEST(Plugins, ThoseInTheFoldersOfTheEnvironment) {
+    const Sandbox place;
     std::filesystem::create_directory(place.folder() / "mine");
     std::filesystem::create_symlink(testPlugin("Bench"), place.folder() / "mine/Bench.so");
     place.write("mine/readme.txt", "not a plug-in");
@@ -80,18 +80,18 @@ TEST(Plugins, thoseInTheFoldersOfTheEnvironment) {
         done(ownText() + benchText("mine/Bench.so")));
 }
 
-// One that cannot be loaded is reported, and the verb does its job with the others.
-TEST(Plugins, brokenOnesDisturbNobody) {
-    const Workplace place;
+// One that cannot be loaded is reported, and the verb does its job with the others. Who named it
+// learns from the exit code, too.
+TEST(Plugins, BrokenOnesDisturbNoOther) {
+    const Sandbox place;
     place.write("text.so", std::string(200, 'x'));
     const std::vector<std::pair<std::string, std::string>> broken{
         {testPlugin("MissingSymbol"), "undefined symbol: corvaneSymbolThatNobodyHas"},
         {testPlugin("NoSkill"), "it brings no skill"},
-        {testPlugin("DuplicateName"),
-         "the skill name \"Bench\" is taken by " + testPlugin("Bench")},
+        {testPlugin("DuplicateName"), "the skill name “Bench” is taken by " + testPlugin("Bench")},
         {testPlugin("DuplicateUuid"),
-         "the UUID of the skill \"Impostor\" is taken by " + testPlugin("Bench")},
-        {testPlugin("DuplicateClass"), "the element class \"Thing\" is registered twice"},
+         "the UUID of the skill “Impostor” is taken by " + testPlugin("Bench")},
+        {testPlugin("DuplicateClass"), "the element class “Thing” is registered twice"},
         {testPlugin("ThrowingException"), "the licence has ended"},
         {testPlugin("ThrowingNumber"), "it threw what is no exception"},
         {"none.so", "No such file or directory"},
@@ -106,12 +106,23 @@ TEST(Plugins, brokenOnesDisturbNobody) {
     }
     EXPECT_EQ(
         place.run(words),
-        (Result{.exitCode = 0, .out = ownText() + benchText(testPlugin("Bench")), .err = reports}));
+        (Result{.exitCode = 1, .out = ownText() + benchText(testPlugin("Bench")), .err = reports}));
+}
+
+TEST(Plugins, BrokenOnesThatNobodyNamedAreNoFailure) {
+    const Sandbox place;
+    std::filesystem::create_directory(place.folder() / "mine");
+    place.write("mine/text.so", std::string(200, 'x'));
+    EXPECT_EQ(
+        place.run({"plugins"}, {.variables = {"CORVANE_PLUGIN_PATH=mine"}, .output = {}}),
+        (Result{.exitCode = 0,
+                .out = ownText(),
+                .err = "corvane: plug-in mine/text.so was not loaded: invalid ELF header\n"}));
 }
 
 // The program knows no more of its own plug-in than of any other.
-TEST(Plugins, aSecondOneIsServedLikeTheFirst) {
-    const Workplace place;
+TEST(Plugins, ASecondOneIsServedLikeTheFirst) {
+    const Sandbox place;
     const auto bench = testPlugin("Bench");
     place.write("a.bench", R"([{"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
         {"@Skill.Bench.Pin": {"name": "p", "id": "2", "value": "v", "peer": "b"}}]}}])");
@@ -131,7 +142,7 @@ TEST(Plugins, aSecondOneIsServedLikeTheFirst) {
               (Result{.exitCode = 1, .out = {}, .err = "the bench cannot read none.bench\n"}));
 
     EXPECT_EQ(place.run({"show", "P.json"}),
-              failed(R"(P.json: no loaded plug-in has the element class "@Skill.Bench.Rack")"));
+              failed(R"(P.json: no loaded plug-in has the element class “@Skill.Bench.Rack”)"));
 }
 
 } // namespace corvane::test

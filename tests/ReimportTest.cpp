@@ -1,7 +1,9 @@
 #include "DbSource.hpp"
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 namespace corvane::test {
 
@@ -49,6 +51,7 @@ struct Reimport {
     std::string after;
     int added;
     int updated;
+    int renamed;
 
     friend std::ostream& operator<<(std::ostream& stream, const Reimport& reimport) {
         return stream << reimport.name;
@@ -62,24 +65,52 @@ std::string countsOf(const std::string& report) {
     return report.substr(from, report.find(".\n") - from);
 }
 
+std::string counted(int count, std::string_view what) {
+    return std::to_string(count) + " " + std::string(what);
+}
+
+/// What tells whether a file was written.
+struct FileState {
+    explicit FileState(const Sandbox& place) : content(place.read("P.json")) {
+        EXPECT_EQ(::stat((place.folder() / "P.json").c_str(), &status), 0);
+    }
+    friend bool operator==(const FileState& a, const FileState& b) {
+        return a.content == b.content && a.status.st_ino == b.status.st_ino &&
+               a.status.st_mtim.tv_sec == b.status.st_mtim.tv_sec &&
+               a.status.st_mtim.tv_nsec == b.status.st_mtim.tv_nsec;
+    }
+
+    std::string content;
+    struct stat status{};
+};
+
 } // namespace
 
-TEST_P(ReimportTest, keepsWhatIsTheUsers) {
+TEST_P(ReimportTest, KeepsWhatIsTheUsers) {
     const auto& reimport = GetParam();
-    const Workplace place;
+    const Sandbox place;
     place.write("P.json", plcWith(reimport.before));
     place.write("a.db", reimport.source);
+    const auto preview = place.printed({"import", "a.db", "--project", "P.json", "--dry-run"});
+    EXPECT_TRUE(countsOf(preview).starts_with(counted(reimport.added, "added, ") +
+                                              counted(reimport.updated, "updated, ") +
+                                              counted(reimport.renamed, "renamed, ")))
+        << preview;
+    const FileState before(place);
     const auto report = place.printed({"import", "a.db", "--project", "P.json"});
-    EXPECT_EQ(countsOf(report),
-              std::to_string(reimport.added) +
-                  (reimport.added == 1 ? " element added, " : " elements added, ") +
-                  std::to_string(reimport.updated) + " updated");
-    const auto once = place.read("P.json");
-    EXPECT_EQ(once, plcWith(reimport.after));
-    EXPECT_EQ(place.printed({"show", "P.json", "--json"}), once);
+    EXPECT_EQ(
+        countsOf(report),
+        counted(reimport.added, reimport.added == 1 ? "element added, " : "elements added, ") +
+            counted(reimport.updated, "updated") +
+            (reimport.renamed == 0 ? "" : ", " + counted(reimport.renamed, "renamed")));
+    const FileState once(place);
+    EXPECT_EQ(once.content, plcWith(reimport.after));
+    EXPECT_EQ(before == once, reimport.before == reimport.after);
+    EXPECT_EQ(place.printed({"show", "P.json", "--json"}), once.content);
 
-    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
-    EXPECT_EQ(place.read("P.json"), once);
+    const auto again = place.printed({"import", "a.db", "--project", "P.json"});
+    EXPECT_EQ(countsOf(again), "0 elements added, 0 updated");
+    EXPECT_TRUE(FileState(place) == once) << "what changes nothing writes nothing";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -89,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
                  block("Data", 5, {item("x", "Bool", "DB0.0", "Fast"), item("y", "Int", "DB2")}),
                  dataBlock("Data", "x : Bool; y : Int;"),
                  block("Data", 5, {item("x", "Bool", "DB0.0", "Fast"), item("y", "Int", "DB2")}), 0,
-                 3},
+                 0, 0},
         // The command goes with the name where the name has another address than before...
         Reimport{"aCommandIsKeptByPath",
                  block("Data", 5, {item("x", "Int", "DB0"), item("y", "Int", "DB2", "Fast")}),
@@ -97,12 +128,12 @@ INSTANTIATE_TEST_SUITE_P(
                  block("Data", 5,
                        {item("x", "DInt", "DB0"), item("y", "Int", "DB2", "Fast"),
                         item("y 2", "Int", "DB4", "Fast")}),
-                 1, 2},
+                 1, 1, 0},
         // ...and with the address where that has another name.
         Reimport{"aCommandAndANameAreKeptByAddress",
                  block("Data", 5, {item("mine", "Int", "DB0", "Fast")}),
                  dataBlock("Data", "theirs : Word;"),
-                 block("Data", 5, {item("mine", "Word", "DB0", "Fast")}), 0, 2},
+                 block("Data", 5, {item("mine", "Word", "DB0", "Fast")}), 0, 1, 0},
         Reimport{"nothingIsRemovedAndNewComesLast",
                  block("Data", 5, {item("gone", "Int", "DB8"), item("y", "Int", "DB2")}) +
                      block("Other", 9, {item("o", "Int", "DB0")}),
@@ -112,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
                         item("x", "Int", "DB0"), item("z", "Int", "DB4")}) +
                      block("Other", 9, {item("o", "Int", "DB0")}) +
                      block("New", 10, {item("n", "Byte", "DB0")}),
-                 4, 2},
+                 4, 0, 0},
         Reimport{"structuresAreKnownByName",
                  block("Data", 5,
                        {structure("st", {item("a", "Int", "DB0", "Fast")}),
@@ -123,45 +154,45 @@ INSTANTIATE_TEST_SUITE_P(
                        {structure("st", {item("a", "Int", "DB0", "Fast")}),
                         structure("mine", {item("b", "Int", "DB2", "Fast")}),
                         structure("theirs", {item("b", "Int", "DB2")})}),
-                 2, 3},
+                 2, 0, 0},
         Reimport{"dataBlocksAreKnownByNumber", block("Motor", 5, {item("m", "Int", "DB0", "Fast")}),
                  dataBlock("DB5", "x : Int;"), block("DB5", 5, {item("m", "Int", "DB0", "Fast")}),
-                 0, 2},
+                 0, 0, 1},
         Reimport{"aRenamedDataBlockIsAnother", block("Mine", 5, {item("x", "Int", "DB0", "Fast")}),
                  dataBlock("Theirs", "x : Int;"),
                  block("Mine", 5, {item("x", "Int", "DB0", "Fast")}) +
                      block("Theirs", 6, {item("x", "Int", "DB0")}),
-                 2, 0},
+                 2, 0, 0},
         Reimport{"namesThatStateANumberAreExchanged",
                  block("DB1", 2, {item("two", "Int", "DB0", "Fast")}) +
                      block("DB2", 1, {item("one", "Int", "DB0")}),
                  dataBlock("DB1", "x : Int;") + dataBlock("DB2", "x : Int;"),
                  block("DB2", 2, {item("two", "Int", "DB0", "Fast")}) +
                      block("DB1", 1, {item("one", "Int", "DB0")}),
-                 0, 4},
+                 0, 0, 2},
         Reimport{"aNumberInTheNameOverridesTheOldOne",
                  block("DB12", 4, {item("x", "Int", "DB0", "Fast")}), dataBlock("DB12", "x : Int;"),
                  block("DB12", 4, {item("x", "Int", "DB0", "Fast")}) +
                      block("DB12 2", 12, {item("x", "Int", "DB0", "Fast")}),
-                 2, 0},
+                 2, 0, 0},
         // A new variable has the name of one whose name was kept.
         Reimport{"aTakenNameGetsANumber", block("Data", 5, {item("b", "Int", "DB0", "Fast")}),
                  dataBlock("Data", "n : Int; b : Real; c : Struct b : Int; END_STRUCT;"),
                  block("Data", 5,
                        {item("b", "Int", "DB0", "Fast"), item("b 2", "Real", "DB2", "Fast"),
                         structure("c", {item("b", "Int", "DB6")})}),
-                 3, 2},
+                 3, 0, 0},
         Reimport{
             "aStructureWhoseNameIsTakenIsFoundAgain",
             block("Data", 5, {item("st", "Int", "DB0", "Fast")}),
             dataBlock("Data", "n : Int; st : Struct b : Int; END_STRUCT;"),
             block("Data", 5,
                   {item("st", "Int", "DB0", "Fast"), structure("st 2", {item("b", "Int", "DB2")})}),
-            2, 2}),
+            2, 0, 0}),
     [](const auto& reimport) { return reimport.param.name; });
 
-TEST(ReimportOfItems, prefersTheOneOfTheSameName) {
-    const Workplace place;
+TEST(ReimportOfItems, PrefersTheOneOfTheSameName) {
+    const Sandbox place;
     place.write("P.json", plcWith(block("Data", 5,
                                         {item("old", "Int", "DB0", "Fast"),
                                          item("x", "Int", "DB0", "Slow")})));
@@ -172,13 +203,13 @@ TEST(ReimportOfItems, prefersTheOneOfTheSameName) {
                                                    item("x", "Word", "DB0", "Slow")})));
 }
 
-TEST(ReimportOfCommands, theDefaultIsTheLastOneOfThatNameOrElseTheFirst) {
+TEST(ReimportOfCommands, TheDefaultIsTheLastOneOfThatNameOrElseTheFirst) {
     const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
         {{"A", "B"}, "A"},
         {{"A", "Default Command", "B"}, "Default Command"},
     };
     for (const auto& [names, chosen] : cases) {
-        const Workplace place;
+        const Sandbox place;
         std::string commands;
         for (const auto& name : names)
             commands += std::string(commands.empty() ? "" : ",") +
@@ -193,8 +224,8 @@ TEST(ReimportOfCommands, theDefaultIsTheLastOneOfThatNameOrElseTheFirst) {
 }
 
 // A command that is missing comes with the import: what waited for it is right again.
-TEST(ReimportOfCommands, oneThatIsMissingIsMade) {
-    const Workplace place;
+TEST(ReimportOfCommands, OneThatIsMissingIsMade) {
+    const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": [
         {"@Skill.S7.PLC": {"name": "PLC", "address": "a", "children": [
             {"@Skill.S7.Item": {"name": "i", "address": "MB0",

@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -21,24 +21,24 @@ public:
     {"@Skill.S7.Item": {"name": "x/y", "address": "MB1", "command": "/PLC/Fast"}}]}}]})");
     }
 
-    Workplace place;
+    Sandbox place;
 };
 
 } // namespace
 
-TEST_F(RemovalTest, tellsOfItemsOfAnotherPlc) {
+TEST_F(RemovalTest, TellsOfItemsOfAnotherPlc) {
     EXPECT_EQ(place.run({"remove", "P.json", "/PLC/Fast"}),
               done("/Other/x~1y now refers to nothing: /PLC/Fast is gone\n"));
 }
 
-TEST_F(RemovalTest, tellsOfSeveralLosses) {
+TEST_F(RemovalTest, TellsOfSeveralLosses) {
     EXPECT_EQ(place.run({"remove", "P.json", "/PLC/Slow"}),
               done("/PLC/near now refers to nothing: /PLC/Slow is gone\n"
                    "/Other/b/far now refers to nothing: /PLC/Slow is gone\n"));
 }
 
 // What goes itself has lost nothing.
-TEST_F(RemovalTest, ofAWholePlcThatOthersReferTo) {
+TEST_F(RemovalTest, OfAWholePlcThatOthersReferTo) {
     EXPECT_EQ(place.run({"remove", "P.json", "/PLC"}),
               done("/Other/b/far now refers to nothing: /PLC/Slow is gone\n"
                    "/Other/x~1y now refers to nothing: /PLC/Fast is gone\n"));

@@ -1,5 +1,5 @@
 #include "DbSource.hpp"
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -29,8 +29,8 @@ std::string reasonAgainst(const fs::path& file) {
 } // namespace
 
 // The administrator may write where permissions forbid it, though not among the processes.
-TEST(Saving, toAFolderThatTakesNoFile) {
-    const Workplace place;
+TEST(Saving, ToAFolderThatTakesNoFile) {
+    const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     fs::path folder = "/proc";
     if (::geteuid() != 0) {
@@ -46,8 +46,8 @@ TEST(Saving, toAFolderThatTakesNoFile) {
     fs::permissions(place.folder(), fs::perms::owner_all);
 }
 
-TEST(Saving, toAFolderThatDoesNotExist) {
-    const Workplace place;
+TEST(Saving, ToAFolderThatDoesNotExist) {
+    const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "none/P.json"}),
               failed("cannot write none/P.json: No such file or directory"));
@@ -56,8 +56,8 @@ TEST(Saving, toAFolderThatDoesNotExist) {
     EXPECT_EQ(place.files(), std::vector<std::string>{"a.db"});
 }
 
-TEST(Saving, keepsLinksAndPermissions) {
-    const Workplace place;
+TEST(Saving, KeepsLinksAndPermissions) {
+    const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
     constexpr auto kPermissions = fs::perms::owner_read | fs::perms::owner_write;
@@ -73,10 +73,20 @@ TEST(Saving, keepsLinksAndPermissions) {
     EXPECT_EQ(place.files(), (std::vector<std::string>{"P.json", "a.db", "link.json"}));
 }
 
+TEST(Saving, FollowsALinkWhoseFileIsNotThereYet) {
+    const Sandbox place;
+    place.write("a.db", dataBlock("Data", "x : Bool;"));
+    fs::create_directory(place.folder() / "plant");
+    fs::create_symlink("plant/P.json", place.folder() / "link.json");
+    static_cast<void>(place.printed({"import", "a.db", "--project", "link.json"}));
+    EXPECT_TRUE(fs::is_symlink(place.folder() / "link.json"));
+    EXPECT_NE(place.read("plant/P.json").find("\"x\""), std::string::npos);
+}
+
 // The plug-in reads its file after the program has read the project: a file that is slow to come
 // leaves time for somebody else to save.
-TEST(Saving, refusesToOverwriteWhatSomebodyElseSaved) {
-    const Workplace place;
+TEST(Saving, RefusesToOverwriteWhatSomebodyElseSaved) {
+    const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
     const auto slow = place.folder() / "slow.db";

@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ public:
 ]}
 )";
 
-    Workplace place;
+    Sandbox place;
 };
 
 struct Limits {
@@ -54,7 +54,7 @@ struct Limits {
 
 } // namespace
 
-TEST_F(SetTest, numbersUpToTheirLimits) {
+TEST_F(SetTest, NumbersUpToTheirLimits) {
     const std::string huge = "18446744073709551616"; // one more than 64 bits hold
     const std::vector<Limits> rows{
         {"/PLC", "Rack number", "rack", {"7", "0"}, {"8", "256", huge}, "0 and 7"},
@@ -74,7 +74,7 @@ TEST_F(SetTest, numbersUpToTheirLimits) {
     }
 }
 
-TEST_F(SetTest, aDbNumberReachesTheItemsBelow) {
+TEST_F(SetTest, ADbNumberReachesTheItemsBelow) {
     EXPECT_EQ(set("/PLC/b", "DB number=77"), done());
     const auto form = place.printed({"form", "P.json", "/PLC/b/s/t", "--json"});
     EXPECT_NE(
@@ -84,7 +84,7 @@ TEST_F(SetTest, aDbNumberReachesTheItemsBelow) {
         << form;
 }
 
-TEST_F(SetTest, anEmptyAddress) {
+TEST_F(SetTest, AnEmptyAddress) {
     EXPECT_EQ(set("/PLC/b/s/t", "Address="), done());
     expectSaved(R"("address": "", "writable")");
     EXPECT_EQ(place.run({"check", "P.json"}),
@@ -96,7 +96,7 @@ TEST_F(SetTest, anEmptyAddress) {
     expectSaved(R"("name": "PLC", "address": "missing")"); // so that a loaded one has no problem
 }
 
-TEST_F(SetTest, refusesTextsThatNoFieldTakes) {
+TEST_F(SetTest, RefusesTextsThatNoFieldTakes) {
     expectRefusal("/PLC", "Address=a\xff\x80",
                   "/PLC: Address: the value “a\xef\xbf\xbd\xef\xbf\xbd”"
                   " is not valid UTF-8");
@@ -110,7 +110,39 @@ TEST_F(SetTest, refusesTextsThatNoFieldTakes) {
     expectSaved("\"address\": \"\u00a0größe=1\"");
 }
 
-TEST_F(SetTest, aWrongCommandLineIsToldBeforeTheProjectIsOpened) {
+// A document may hold what no editor offers. Naming it again changes nothing and is no fault.
+TEST_F(SetTest, TheValueThatIsThereIsNoChange) {
+    const std::string odd = R"({"elements":[
+  {"@Skill.S7.PLC":{"name":"PLC","address":"a\tb","rack":200,"slot":255,"children":[
+    {"@Skill.S7.DataBlock":{"name":"b","DBNumber":0}},
+    {"@Skill.S7.Item":{"name":"i","dataType":"Foo","address":"DB3.DB4","writable":true,"command":"/PLC/gone"}},
+    {"@Skill.S7.Item":{"name":"s","dataType":"String","stringSize":1000,"address":"MB0"}}]}}],"corvane":1})";
+    place.write("P.json", odd);
+    const std::vector<std::pair<std::string, std::string>> same{
+        {"/PLC", "Address=a\tb"},        {"/PLC", "Rack number=200"},
+        {"/PLC", "Slot number=255"},     {"/PLC/b", "DB number=0"},
+        {"/PLC/i", "Data type=Foo"},     {"/PLC/i", "Address=DB3.DB4"},
+        {"/PLC/i", "Writable=true"},     {"/PLC/i", "Writable=Writable"},
+        {"/PLC/i", "Command=/PLC/gone"}, {"/PLC/s", "String size=1000"},
+    };
+    for (const auto& [path, assignment] : same)
+        EXPECT_EQ(set(path, assignment), done());
+    EXPECT_EQ(place.read("P.json"), odd);
+
+    expectRefusal("/PLC/i", "Data type=foo",
+                  "/PLC/i: Data type: “foo” is not one of the choices: Bool, Byte, Word, DWord, "
+                  "LWord, SInt, USInt, Int, UInt, DInt, UDInt, LInt, ULInt, Real, LReal, String, "
+                  "WString");
+    expectRefusal("/PLC", "Rack number=201",
+                  "/PLC: Rack number: the value must lie between 0 and 7");
+    expectRefusal("/PLC/i", "Command=/PLC/lost",
+                  "/PLC/i: Command: “/PLC/lost” is not one of the elements that can be chosen");
+    expectRefusal(
+        "/PLC/i", "Effective address=",
+        "/PLC/i: Effective address: the field is shown for information and cannot be set");
+}
+
+TEST_F(SetTest, AWrongCommandLineIsToldBeforeTheProjectIsOpened) {
     EXPECT_EQ(place.run({"set", "none.json", "/PLC", "Rack number"}),
               misused("“Rack number” is not of the form LABEL=VALUE", "set"));
     EXPECT_EQ(place.run({"set", "none.json", "/PLC", "Slot number=1", "Slot number=2"}),

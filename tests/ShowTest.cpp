@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -27,12 +27,12 @@ protected:
     ShowTest() { place.write("P.json", kProject); }
 
 public:
-    Workplace place;
+    Sandbox place;
 };
 
 } // namespace
 
-TEST_F(ShowTest, printsTheTree) {
+TEST_F(ShowTest, PrintsTheTree) {
     EXPECT_EQ(place.run({"show", "P.json"}),
               done(R"(PLC  PLC  192.168.0.10  Rack number 0  Slot number 1
   Default Command  Command
@@ -42,23 +42,24 @@ TEST_F(ShowTest, printsTheTree) {
       x/y~  Data  WString  DB5.DB2  String size 20
     empty  Struct
   counter          Data  Word  MW20
-  new?"item"       Data  Byte
+  new
+"item"       Data  Byte
 )"));
 }
 
-TEST_F(ShowTest, printsTheTreeOfOneElement) {
+TEST_F(ShowTest, PrintsTheTreeOfOneElement) {
     EXPECT_EQ(place.run({"show", "P.json", "/PLC/Data/Größe"}), done(R"(Größe  Struct
   x/y~  Data  WString  DB5.DB2  String size 20
 )"));
     EXPECT_EQ(place.run({"show", "P.json", "/PLC/counter"}), done("counter  Data  Word  MW20\n"));
 }
 
-TEST_F(ShowTest, printsWhatASaveWouldWrite) {
+TEST_F(ShowTest, PrintsWhatASaveWouldWrite) {
     EXPECT_EQ(place.run({"show", "P.json", "--json"}), done(kProject));
     EXPECT_EQ(place.run({"show", "--json", "P.json"}), done(kProject));
 }
 
-TEST_F(ShowTest, printsTheDocumentOfOneElement) {
+TEST_F(ShowTest, PrintsTheDocumentOfOneElement) {
     EXPECT_EQ(place.run({"show", "P.json", "/PLC/Data/Größe/x~1y~0", "--json"}),
               done(R"({"@Skill.S7.Item": {"name": "x/y~", "dataType": "WString", )"
                    R"("stringSize": 20, "address": "DB2", "writable": false, )"
@@ -71,15 +72,22 @@ TEST_F(ShowTest, printsTheDocumentOfOneElement) {
 )"));
 }
 
-TEST_F(ShowTest, saysThatThereIsNoSuchElement) {
-    for (const std::string path :
-         {"/PLC/Data/b", "/plc", "PLC", "/", "//", "", "/PLC/", "/PLC/x/y~"})
+TEST_F(ShowTest, SaysThatThereIsNoSuchElement) {
+    for (const std::string path : {"/PLC/Data/b", "/plc", "PLC", "//", "", "/PLC/", "/PLC/x/y~"})
         for (const std::string verb : {"show", "members", "form"})
             EXPECT_EQ(place.run({verb, "P.json", path}),
-                      failed("the project has no element \"" + path + "\""));
+                      failed("the project has no element “" + path + "”"));
 }
 
-TEST_F(ShowTest, ofAnEmptyProject) {
+TEST_F(ShowTest, OfTheProjectByItsPath) {
+    EXPECT_EQ(place.run({"show", "P.json", "/"}), place.run({"show", "P.json"}));
+    EXPECT_EQ(place.run({"show", "P.json", "/", "--json"}), done(kProject));
+    EXPECT_EQ(place.run({"form", "P.json", "/"}), failed("the project itself has no form"));
+    EXPECT_EQ(place.run({"members", "P.json", "/"}),
+              failed("the project itself publishes no attributes, events or tasks"));
+}
+
+TEST_F(ShowTest, OfAnEmptyProject) {
     place.write("E.json", R"({"elements":[],"corvane":1})");
     EXPECT_EQ(place.run({"show", "E.json"}), done());
     EXPECT_EQ(place.run({"show", "E.json", "--json"}),

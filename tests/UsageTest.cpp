@@ -1,4 +1,4 @@
-#include "Workplace.hpp"
+#include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,8 +15,8 @@ const std::vector<std::string> kVerbs{"import", "show", "members", "check",  "fo
 
 } // namespace
 
-TEST(Usage, helpNamesEveryVerb) {
-    const Workplace place;
+TEST(Usage, HelpNamesEveryVerb) {
+    const Sandbox place;
     for (const std::string option : {"--help", "-h"}) {
         const auto help = place.printed({option});
         EXPECT_TRUE(
@@ -29,8 +29,8 @@ TEST(Usage, helpNamesEveryVerb) {
     }
 }
 
-TEST(Usage, everyVerbHasItsHelp) {
-    const Workplace place;
+TEST(Usage, EveryVerbHasItsHelp) {
+    const Sandbox place;
     for (const auto& verb : kVerbs) {
         const auto help = place.printed({verb, "--help"});
         EXPECT_TRUE(contains(help, "\nUsage: corvane " + verb + " [OPTIONS]")) << help;
@@ -40,8 +40,8 @@ TEST(Usage, everyVerbHasItsHelp) {
                          "is created if it does not exist\n"));
 }
 
-TEST(Usage, version) {
-    const Workplace place;
+TEST(Usage, Version) {
+    const Sandbox place;
     EXPECT_EQ(place.run({"--version"}), done("corvane " CORVANE_VERSION "\n"));
 }
 
@@ -51,8 +51,8 @@ struct Misuse {
     std::string verb;
 };
 
-TEST(Usage, aWrongCommandLineIsToldFromAFailedJob) {
-    const Workplace place;
+TEST(Usage, AWrongCommandLineIsToldFromAFailedJob) {
+    const Sandbox place;
     const std::vector<Misuse> misuses{
         {{}, "A subcommand is required", ""},
         {{"imprt"}, "The following argument was not expected: imprt", ""},
@@ -93,8 +93,8 @@ TEST(Usage, aWrongCommandLineIsToldFromAFailedJob) {
 }
 
 // Each option takes one file, so that what follows it is the verb's own.
-TEST(Usage, anOptionBeforeAnArgumentLeavesTheArgumentAlone) {
-    const Workplace place;
+TEST(Usage, AnOptionBeforeAnArgumentLeavesTheArgumentAlone) {
+    const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": []})");
     const auto plugin = ownPlugin().string();
     EXPECT_EQ(place.run({"--plugin", plugin, "check", "P.json"}), done("No problems found.\n"));
@@ -103,8 +103,8 @@ TEST(Usage, anOptionBeforeAnArgumentLeavesTheArgumentAlone) {
               done("[]\n"));
 }
 
-TEST(Usage, aMissingReaderOfTheOutputIsAFailure) {
-    const Workplace place;
+TEST(Usage, AMissingReaderOfTheOutputIsAFailure) {
+    const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": []})");
     place.write("a.db", "");
     const std::vector<std::vector<std::string>> jobs{

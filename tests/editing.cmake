@@ -5,9 +5,9 @@ corvane_test(editing-tests
         EditingTest.cpp
         PermissionsTest.cpp
         RemovalTest.cpp
+        Sandbox.cpp
         SetTest.cpp
         DbSource.cpp
-        Workplace.cpp
     LIBRARIES CorvaneUtils
     DEFINITIONS
         CORVANE_PROGRAM="$<TARGET_FILE:corvane>"

@@ -4,11 +4,18 @@
 #                        <- workbench/core <- workbench/cli, workbench/gui
 #
 # and inside the plug-in address <- elements <- dbimport <- forms, with plugin/ above them all.
+# The rooms inside a piece have arrows of their own: each of `knows` below names what a room may
+# include of its own piece. A folder that is not named there is the top of its piece and may include
+# all of it.
+# What stands in a folder host/ of the framework is the host's: neither the plug-in nor the
+# framework's other public headers include it. The plug-in's tests may, since they do what a host
+# does.
 # Beside the arrows: nobody reaches behind a platform library's public headers, and neither those
 # headers nor the plug-in include anything but the standard library and the platform.
 #
 # Usage: awk -f check-includes.awk FILE...  with every header, table and source of the repository,
-# named from its root. Prints one line per violation and fails if there is any.
+# named from its root. Prints one line per violation and fails if there is any. With -v list=1
+# before the files it prints every include of one of them by another instead, as "FROM TO".
 
 BEGIN {
     platform = "utils framework"
@@ -26,8 +33,31 @@ BEGIN {
     allowed["tests"] = platform " core cli"
     allowed["bench"] = platform " core address dbimport bench"
 
-    # What plugin/ offers to the folders below it: the static attributes, events and tasks.
-    offered = "plugins/s7/plugin/Members.hpp"
+    # What the importer's stages share, then the stages; the pipeline at the root knows them all.
+    knows["plugins/s7/dbimport/facts"] = "-"
+    knows["plugins/s7/dbimport/reader"] = "facts"
+    knows["plugins/s7/dbimport/parser"] = "facts reader"
+    knows["plugins/s7/dbimport/context"] = "facts"
+    knows["plugins/s7/dbimport/tree"] = "facts reader parser context"
+
+    knows["workbench/core/plugins"] = "-"
+    knows["workbench/core/project"] = "plugins"
+    knows["workbench/core/import"] = "plugins project"
+    knows["workbench/core/edit/workspace"] = "plugins project import"
+    knows["workbench/core/edit/steps"] = "plugins project import workspace"
+    knows["workbench/core/edit"] = "plugins project import workspace steps"
+
+    knows["workbench/cli/output"] = "-"
+    knows["workbench/cli/verbs"] = "output"
+
+    knows["workbench/gui/look"] = "-"
+    knows["workbench/gui/session"] = "look"
+    knows["workbench/gui/fields"] = "look"
+    knows["workbench/gui/tree"] = "look session fields"
+    knows["workbench/gui/form"] = "look session fields"
+    knows["workbench/gui/table"] = "look session fields"
+    knows["workbench/gui/problems"] = "look session"
+    knows["workbench/gui/window"] = "look session fields tree form table problems"
 
     for (i = 1; i < ARGC; ++i) {
         sub(/^\.\//, "", ARGV[i])
@@ -54,6 +84,40 @@ function pieceOf(path,    part) {
     return "tests"
 }
 
+# The room that a file stands in: the longest folder above it that is named in `knows`, or its piece
+# itself.
+function roomOf(path,    folder) {
+    folder = path
+    while (sub(/\/[^\/]*$/, "", folder))
+        if (folder in knows) return folder
+    return ""
+}
+
+# The last part of a room's name, by which the other rooms of its piece call it.
+function nameOf(room,    name) {
+    name = room
+    sub(/.*\//, "", name)
+    return name
+}
+
+# Why `from` must not include `to`, a file of the same piece, or nothing.
+function objectionOfRooms(from, to,    source, target) {
+    source = roomOf(from)
+    target = roomOf(to)
+    if (isTest(from) || source == "" || source == target) return ""
+    if (target == "") return nameOf(source) " must not know what stands above the rooms"
+    if (!contains(knows[source], nameOf(target)))
+        return nameOf(source) " must not know " nameOf(target)
+    return ""
+}
+
+function isHosts(path) { return path ~ /^platform\/framework\/(include|src)\/(.*\/)?host\// }
+
+# Whether a file is to know nothing of what is the host's.
+function isKeptFromHost(path) {
+    return !isTest(path) && !isHosts(path) && (path ~ /^plugins\// || path ~ /\/include\//)
+}
+
 function contains(words, word) { return index(" " words " ", " " word " ") > 0 }
 
 # Why `from` must not include `to`, or nothing.
@@ -61,25 +125,24 @@ function objection(from, to,    source, target) {
     source = pieceOf(from)
     target = pieceOf(to)
     if (isTest(to)) return isTest(from) ? "" : "a test's header"
-    if (to == offered && contains("elements dbimport forms", source)) return ""
     if (!contains(allowed[source], target)) return source " must not know " target
     if (source != target && contains(platform, target) && to !~ /\/include\//)
         return "not a public header of " target
-    return ""
+    if (isHosts(to) && isKeptFromHost(from)) return "only the host's"
+    return source == target ? objectionOfRooms(from, to) : ""
 }
 
-# The header beside the including file wins, as it does for the compiler.
-function objectionToInclude(from, name,    beside, candidate, count, i, reason) {
+# The file that an include names, of several the first to which there is no objection, or nothing if
+# it is none of ours. The header beside the including file wins, as it does for the compiler.
+function fileOf(from, name,    beside, candidate, count, i) {
     beside = from
     sub(/[^\/]*$/, name, beside)
     while (sub(/[^\/]+\/\.\.\//, "", beside)) {}
-    if (beside in exists) return objection(from, beside)
+    if (beside in exists) return beside
     count = split(filed[name], candidate, "\n") - 1
-    for (i = 1; i <= count; ++i) {
-        reason = objection(from, candidate[i])
-        if (reason == "") return ""
-    }
-    return reason
+    for (i = 1; i < count; ++i)
+        if (objection(from, candidate[i]) == "") break
+    return candidate[i]
 }
 
 function isForeign(line, name) {
@@ -94,7 +157,12 @@ function standsAlone(path) {
     name = $0
     sub(/^[^<"]*[<"]/, "", name)
     sub(/[>"].*$/, "", name)
-    reason = objectionToInclude(FILENAME, name)
+    file = fileOf(FILENAME, name)
+    if (list) {
+        if (file != "") print FILENAME, file
+        next
+    }
+    reason = file == "" ? "" : objection(FILENAME, file)
     if (reason == "" && standsAlone(FILENAME) && isForeign($0, name))
         reason = "neither the standard library nor the platform"
     if (reason != "") {

@@ -1,17 +1,20 @@
-#include "workbench/cli/CommandLine.hpp"
-
-#include "workbench/cli/Session.hpp"
-#include "workbench/cli/TextOutput.hpp"
-#include "workbench/cli/Verbs.hpp"
+#include "workbench/cli/Arguments.hpp"
+#include "workbench/cli/output/TextOutput.hpp"
+#include "workbench/cli/verbs/Session.hpp"
+#include "workbench/cli/verbs/Verbs.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <exception>
 #include <functional>
-#include <iostream>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace corvane::workbench::cli {
@@ -34,7 +37,7 @@ void verify(const SetRequest& request) {
     for (const std::string_view assignment : request.values) {
         const auto label = assignment.substr(0, assignment.find('='));
         const auto refuse = [&](const char* reason) {
-            throw CLI::ValidationError("“" + printable(label) + "” " + reason);
+            throw CLI::ValidationError("“" + std::string(label) + "” " + reason);
         };
         if (label.size() == assignment.size())
             refuse("is not of the form LABEL=VALUE");
@@ -44,10 +47,38 @@ void verify(const SetRequest& request) {
     }
 }
 
+void store(const CLI::results_t& words, std::vector<std::string>& texts) {
+    std::ranges::transform(words, std::back_inserter(texts), asGiven);
+}
+
+void store(const CLI::results_t& words, std::vector<std::filesystem::path>& files) {
+    std::ranges::transform(words, std::back_inserter(files), asGiven);
+}
+
+void store(const CLI::results_t& words, auto& text) { text = asGiven(words.front()); }
+
+/// Adds an argument, or an option with a value, whose text reaches `field` as the user gave it;
+/// texts, where the field is a vector.
+template <class Field>
+CLI::Option* addText(CLI::App& app, const std::string& name, Field& field,
+                     const std::string& help) {
+    auto* const option = app.add_option(
+        name,
+        [&field](const CLI::results_t& words) {
+            store(words, field);
+            return true;
+        },
+        help);
+    option->type_name("TEXT");
+    if constexpr (!std::is_assignable_v<Field&, std::string>)
+        option->expected(CLI::detail::expected_max_vector_size);
+    return option;
+}
+
 /// Adds a verb whose options fill a request of its own.
 template <class Request>
-CLI::App& addVerb(CLI::App& app, Job& job, const char* name, const char* help,
-                  const std::function<void(CLI::App&, Request&)>& addOptions) {
+void addVerb(CLI::App& app, Job& job, const char* name, const char* help,
+             const std::function<void(CLI::App&, Request&)>& addOptions) {
     auto* const verb = app.add_subcommand(name, help);
     const auto request = std::make_shared<Request>();
     addOptions(*verb, *request);
@@ -55,7 +86,6 @@ CLI::App& addVerb(CLI::App& app, Job& job, const char* name, const char* help,
         verify(*request);
         job = [request](Session& session) { return run(*request, session); };
     });
-    return *verb;
 }
 
 void addImport(CLI::App& app, Job& job) {
@@ -63,14 +93,14 @@ void addImport(CLI::App& app, Job& job) {
         app, job, "import",
         "Import a file: into a new element that is only shown, or into a project",
         [](CLI::App& verb, ImportRequest& request) {
-            verb.add_option("FILE", request.file, "File to import, such as plant.db")->required();
-            auto* const project = verb.add_option(
-                "--project", request.project,
-                "Import into this project and save it; it is created if it does not exist");
+            addText(verb, "FILE", request.file, "File to import, such as plant.db")->required();
+            auto* const project =
+                addText(verb, "--project", request.project,
+                        "Import into this project and save it; it is created if it does not exist");
             project->option_text("PROJECT");
-            verb.add_option("--at", request.at,
-                            "Import into the element with this path; needed only where several "
-                            "can import")
+            addText(verb, "--at", request.at,
+                    "Import into the element with this path; needed only where several "
+                    "can import")
                 ->option_text("PATH")
                 ->needs(project);
             auto* const document = verb.add_flag("--document", request.document,
@@ -85,28 +115,28 @@ void addImport(CLI::App& app, Job& job) {
 void addShow(CLI::App& app, Job& job) {
     addVerb<ShowRequest>(app, job, "show", "Print the tree of a project, or of one element",
                          [](CLI::App& verb, ShowRequest& request) {
-                             verb.add_option("PROJECT", request.project, kProjectHelp)->required();
-                             verb.add_option("PATH", request.path, kPathHelp);
+                             addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+                             addText(verb, "PATH", request.path, kPathHelp);
                              verb.add_flag("--json", request.json,
                                            "Print the document as saving would write it");
                          });
 }
 
 void addMembers(CLI::App& app, Job& job) {
-    addVerb<MembersRequest>(
-        app, job, "members", "Print the attributes, events and tasks that an element publishes",
-        [](CLI::App& verb, MembersRequest& request) {
-            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
-            verb.add_option("PATH", request.path, kPathHelp)->required();
-            verb.add_flag("--json", request.json, kJsonHelp);
-        });
+    addVerb<MembersRequest>(app, job, "members",
+                            "Print the attributes, events and tasks that an element publishes",
+                            [](CLI::App& verb, MembersRequest& request) {
+                                addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+                                addText(verb, "PATH", request.path, kPathHelp)->required();
+                                verb.add_flag("--json", request.json, kJsonHelp);
+                            });
 }
 
 void addCheck(CLI::App& app, Job& job) {
     addVerb<CheckRequest>(app, job, "check",
                           "Print every property error of a project; exits with 1 if there are any",
                           [](CLI::App& verb, CheckRequest& request) {
-                              verb.add_option("PROJECT", request.project, kProjectHelp)->required();
+                              addText(verb, "PROJECT", request.project, kProjectHelp)->required();
                               verb.add_flag("--json", request.json, kJsonHelp);
                           });
 }
@@ -114,8 +144,8 @@ void addCheck(CLI::App& app, Job& job) {
 void addForm(CLI::App& app, Job& job) {
     addVerb<FormRequest>(app, job, "form", "Print the property form of an element",
                          [](CLI::App& verb, FormRequest& request) {
-                             verb.add_option("PROJECT", request.project, kProjectHelp)->required();
-                             verb.add_option("PATH", request.path, kPathHelp)->required();
+                             addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+                             addText(verb, "PATH", request.path, kPathHelp)->required();
                              verb.add_flag("--json", request.json, kJsonHelp);
                          });
 }
@@ -124,12 +154,12 @@ void addSet(CLI::App& app, Job& job) {
     addVerb<SetRequest>(
         app, job, "set", "Set fields of an element, as its form does, and save the project",
         [](CLI::App& verb, SetRequest& request) {
-            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
-            verb.add_option("PATH", request.path, kPathHelp)->required();
-            verb.add_option("LABEL=VALUE", request.values,
-                            "The label of a field and its value: a text, decimal digits, a choice "
-                            "or a flag as it is stored or shown, the path of an element; all "
-                            "fields are set, or none")
+            addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+            addText(verb, "PATH", request.path, kPathHelp)->required();
+            addText(verb, "LABEL=VALUE", request.values,
+                    "The label of a field and its value: a text, decimal digits, a choice "
+                    "or a flag as it is stored or shown, the path of an element; all "
+                    "fields are set, or none")
                 ->required();
         });
 }
@@ -138,17 +168,17 @@ void addAdd(CLI::App& app, Job& job) {
     addVerb<AddRequest>(
         app, job, "add", "Add an element, save the project, and print the element's path",
         [](CLI::App& verb, AddRequest& request) {
-            verb.add_option("PROJECT", request.project,
-                            "Project file; it is created if it does not exist and PATH is \"/\"")
+            addText(verb, "PROJECT", request.project,
+                    "Project file; it is created if it does not exist and PATH is \"/\"")
                 ->required();
-            verb.add_option("PATH", request.path,
-                            "Path of the element to add it to; \"/\" is the project itself")
+            addText(verb, "PATH", request.path,
+                    "Path of the element to add it to; \"/\" is the project itself")
                 ->required();
-            verb.add_option("CLASS", request.elementClass,
-                            "Name of its class, or its key in documents, such as @Skill.NAME.CLASS")
+            addText(verb, "CLASS", request.elementClass,
+                    "Name of its class, or its key in documents, such as @Skill.NAME.CLASS")
                 ->required();
-            verb.add_option("NAME", request.name,
-                            "Its name; a number is put behind a name that is taken");
+            addText(verb, "NAME", request.name,
+                    "Its name; a number is put behind a name that is taken");
         });
 }
 
@@ -156,9 +186,9 @@ void addRename(CLI::App& app, Job& job) {
     addVerb<RenameRequest>(
         app, job, "rename", "Rename an element and save the project; references follow it",
         [](CLI::App& verb, RenameRequest& request) {
-            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
-            verb.add_option("PATH", request.path, kPathHelp)->required();
-            verb.add_option("NAME", request.name, "The new name, which no element beside it has")
+            addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+            addText(verb, "PATH", request.path, kPathHelp)->required();
+            addText(verb, "NAME", request.name, "The new name, which no element beside it has")
                 ->required();
         });
 }
@@ -169,8 +199,8 @@ void addRemove(CLI::App& app, Job& job) {
         "Remove an element and all below it, save the project, and print which elements now refer "
         "to nothing",
         [](CLI::App& verb, RemoveRequest& request) {
-            verb.add_option("PROJECT", request.project, kProjectHelp)->required();
-            verb.add_option("PATH", request.path, kPathHelp)->required();
+            addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+            addText(verb, "PATH", request.path, kPathHelp)->required();
         });
 }
 
@@ -194,7 +224,7 @@ void addVerbs(CLI::App& app, Job& job) {
     addPlugins(app, job);
 }
 
-void report(std::string_view message) { std::cerr << "corvane: " << printable(message) << '\n'; }
+void report(const std::string& message) { printMessage("corvane: " + message); }
 
 // An error may come out of a plug-in, so it is reported while the plug-ins are loaded.
 ExitCode runReporting(const Job& job, Session& session) try {
@@ -204,14 +234,21 @@ ExitCode runReporting(const Job& job, Session& session) try {
 } catch (const std::exception& error) {
     report(error.what());
     return kFailed;
+} catch (...) { // of a plug-in that throws what is no exception
+    report("unknown error");
+    return kFailed;
 }
 
-// What could not be loaded is told last: where a verb fails, its own text comes first.
+// What could not be loaded is told last: where a verb fails, its own text comes first. The verb
+// does its job with the others; but who named a plug-in has not got what was asked for.
 ExitCode runReporting(const Job& job, const std::vector<std::filesystem::path>& plugins) try {
     Session session(plugins);
-    const auto code = runReporting(job, session);
-    for (const auto& failure : session.plugins().failures())
+    auto code = runReporting(job, session);
+    for (const auto& failure : session.plugins().failures()) {
         report("plug-in " + failure.file.string() + " was not loaded: " + failure.reason);
+        if (std::ranges::find(plugins, failure.file) != plugins.end())
+            code = kFailed;
+    }
     return code;
 } catch (const std::exception& error) {
     report(error.what());
@@ -225,29 +262,63 @@ void leaveTypesOut(CLI::App& verb) {
             option->option_text(" ");
 }
 
-std::string usageMessage(const CLI::App* app, const CLI::Error& error) {
-    std::string command = app->get_name();
-    for (const auto* const verb : app->get_subcommands())
-        command += " " + verb->get_name();
-    return std::string("corvane: ") + error.what() + "\nRun \"" + command +
-           " --help\" for more information.\n";
+/// Whether an option of the program or of a verb takes a value.
+bool takesValue(CLI::App& app, std::string_view verb, std::string_view option) {
+    const auto isTaker = [&](CLI::App& owner) {
+        const auto* const found = owner.get_option_no_throw(std::string(option));
+        return found != nullptr && found->get_items_expected_min() > 0;
+    };
+    return isTaker(app) || std::ranges::any_of(app.get_subcommands({}), [&](CLI::App* entry) {
+               return entry->get_name() == verb && isTaker(*entry);
+           });
 }
 
-} // namespace
+/// Tells what is wrong with the command line.
+void reportMisuse(const CLI::App& app, const std::string& message) {
+    std::string command = app.get_name();
+    for (const auto* const verb : app.get_subcommands())
+        command += " " + verb->get_name();
+    report(message);
+    printMessage("Run \"" + command + " --help\" for more information.");
+}
 
-int runCommandLine(int argc, const char* const* argv) {
+/// Reads the command line; the exit code where there is nothing to run.
+std::optional<ExitCode> parse(CLI::App& app, const Job& job, std::span<const char* const> words) {
+    try {
+        auto shieldedWords = shielded(words, [&](std::string_view verb, std::string_view option) {
+            return takesValue(app, verb, option);
+        });
+        std::ranges::reverse(shieldedWords); // the order in which CLI11 takes words from a vector
+        app.parse(std::move(shieldedWords));
+        if (!job)
+            throw CLI::RequiredError("A subcommand");
+        return std::nullopt;
+    } catch (const CLI::Success& help) {
+        app.exit(help);
+        return kDone;
+    } catch (const CLI::ExtrasError&) {
+        auto extras = app.remaining(true);
+        std::ranges::transform(extras, extras.begin(), asGiven);
+        reportMisuse(app, CLI::ExtrasError(extras).what());
+    } catch (const CLI::ParseError& error) {
+        reportMisuse(app, error.what());
+    }
+    return kUsage;
+}
+
+/// Runs the verb that the words behind the program's name ask for, and returns the exit code.
+ExitCode runCommandLine(std::span<const char* const> words) {
     CLI::App app("Engineering workbench for automation projects", "corvane");
     app.set_version_flag("--version", std::string("corvane ") + CORVANE_VERSION);
     app.require_subcommand(0, 1); // an unknown one is reported better than a missing one
     app.fallthrough();
-    app.failure_message(usageMessage);
     app.footer("The exit code is 0 when the job is done, 1 when it failed or check found problems, "
                "and 2 when the command line is wrong.");
 
     std::vector<std::filesystem::path> plugins;
-    app.add_option("--plugin", plugins,
-                   "Load this plug-in, too; those beside the program and in the folders of "
-                   "CORVANE_PLUGIN_PATH are always loaded")
+    addText(app, "--plugin", plugins,
+            "Load this plug-in, too; those beside the program and in the folders of "
+            "CORVANE_PLUGIN_PATH are always loaded")
         ->option_text("FILE")
         ->allow_extra_args(false); // a file each time, and what follows is the verb's
     Job job;
@@ -257,14 +328,16 @@ int runCommandLine(int argc, const char* const* argv) {
         leaveTypesOut(*verb);
     }
 
-    try {
-        app.parse(argc, argv);
-        if (!job)
-            throw CLI::RequiredError("A subcommand");
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kDone : kUsage;
-    }
+    if (const auto code = parse(app, job, words))
+        return *code;
     return runReporting(job, plugins);
 }
 
+} // namespace
+
 } // namespace corvane::workbench::cli
+
+int main(int argc, char** argv) {
+    const std::span<const char* const> words(argv, static_cast<std::size_t>(argc));
+    return corvane::workbench::cli::runCommandLine(words.subspan(words.empty() ? 0 : 1));
+}

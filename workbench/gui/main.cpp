@@ -1,8 +1,8 @@
-#include "workbench/core/PluginFolders.hpp"
-#include "workbench/gui/Application.hpp"
-#include "workbench/gui/MainWindow.hpp"
-#include "workbench/gui/NativeDialogs.hpp"
-#include "workbench/gui/Text.hpp"
+#include "workbench/core/plugins/PluginFolders.hpp"
+#include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/window/Application.hpp"
+#include "workbench/gui/window/MainWindow.hpp"
+#include "workbench/gui/window/NativeDialogs.hpp"
 
 #include <QCommandLineParser>
 

@@ -15,8 +15,8 @@ namespace corvane::workbench::testing {
 using bindings::Action;
 using bindings::PropertyConfigurationContext;
 using bindings::PropertyId;
-using bindings::Subscription;
 using bindings::Validation;
+using Subscription = bindings::PropertyController::Subscription;
 
 using Log = std::vector<std::string>;
 

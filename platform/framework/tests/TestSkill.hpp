@@ -1,5 +1,6 @@
 #pragma once
 
+#include <corvane/workbench/host/Tree.hpp>
 #include <corvane/workbench/model/Element.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
 #include <corvane/workbench/skill/Element.hpp>
@@ -50,7 +51,7 @@ std::unique_ptr<model::Element> make() {
 
 template <class T>
 model::Element& add(model::Element& parent, std::string_view name) {
-    return parent.appendChild(make<T>(), name);
+    return host::appendChild(parent, make<T>(), name);
 }
 
 /// The skill element, which is a T.

@@ -95,7 +95,7 @@ TEST_F(FileOutputStreamTest, MovedStreamGoesOn) {
 }
 
 TEST_F(FileOutputStreamTest, CreatesNoFileThatExists) {
-    static_cast<void>(folder_.write("file", "kept"));
+    folder_.write("file", "kept");
     EXPECT_EQ(messageOf<std::system_error>([&] { FileOutputStream::create(path_); }),
               "cannot create the file: File exists");
     EXPECT_EQ(contentOf(path_), "kept");

@@ -56,5 +56,22 @@ TEST(LargePages, PreferringThemChangesNoByte) {
     EXPECT_EQ(std::ranges::count(bytes, 0x5A), static_cast<std::ptrdiff_t>(size));
 }
 
+TEST(LargePages, ZerosFillTheBlockAndNothingElse) {
+    constexpr std::byte kMark{0xA5};
+    constexpr std::size_t kAround = 5000; // more than a page
+    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{4096}, kMiB / 8 - 1,
+                                   kMiB / 8, kMiB, 3 * kMiB + 17})
+        for (const std::size_t offset : {std::size_t{0}, std::size_t{1}, std::size_t{4095}}) {
+            SCOPED_TRACE(testing::Message() << size << " bytes at " << offset);
+            std::vector<std::byte> bytes(kAround + offset + size + kAround, kMark);
+            fillWithZeros(bytes.data() + kAround + offset, size);
+            const std::span all(bytes);
+            const auto zeros = all.subspan(kAround + offset, size);
+            EXPECT_EQ(std::ranges::count(zeros, std::byte{0}), static_cast<std::ptrdiff_t>(size));
+            EXPECT_EQ(std::ranges::count(all, kMark),
+                      static_cast<std::ptrdiff_t>(bytes.size() - size));
+        }
+}
+
 } // namespace
 } // namespace corvane::utils::memory

@@ -2,12 +2,14 @@
 
 #include <stdlib.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane::utils::test {
 
@@ -26,18 +28,30 @@ public:
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
-    /// Creates a file in the folder.
-    [[nodiscard]] std::filesystem::path write(std::string_view name, std::string_view bytes) const {
+    /// Creates or overwrites a file in the folder; its path.
+    std::filesystem::path write(std::string_view name, std::string_view bytes) const {
         std::ofstream(path_ / name, std::ios::binary) << bytes;
         return path_ / name;
+    }
+
+    /// The names in the folder, sorted.
+    [[nodiscard]] std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(path_))
+            names.push_back(entry.path().filename().string());
+        std::ranges::sort(names);
+        return names;
     }
 
 private:
     std::filesystem::path path_;
 };
 
+/// A whole file's content; throws where it cannot be read.
 inline std::string contentOf(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw std::runtime_error("cannot read " + path.string());
     return {std::istreambuf_iterator<char>(file), {}};
 }
 

@@ -3,14 +3,12 @@
 #include <cstddef>
 #include <limits>
 #include <string_view>
-#include <utility>
 
 namespace corvane::workbench::plugins::s7Driver {
 
 namespace {
 
 using Texts = std::array<std::string, kAddressMessages.size()>;
-using Errors = std::array<std::runtime_error, kAddressMessages.size()>;
 
 std::string filled(std::string_view format) {
     constexpr std::string_view kPlaceholder = "{}";
@@ -30,23 +28,10 @@ const Texts& texts() {
     return all;
 }
 
-const Errors& errors() {
-    static const Errors all = [] {
-        return [&]<std::size_t... index>(std::index_sequence<index...>) {
-            return Errors{std::runtime_error(texts()[index])...};
-        }(std::make_index_sequence<kAddressMessages.size()>());
-    }();
-    return all;
-}
-
 } // namespace
 
 const std::string& addressMessageText(AddressMessage message) {
     return texts()[static_cast<std::size_t>(message)];
-}
-
-const std::runtime_error& addressError(AddressMessage message) {
-    return errors()[static_cast<std::size_t>(message)];
 }
 
 AddressMessage addressNumberMessage(AddressNumber number, std::errc error) {

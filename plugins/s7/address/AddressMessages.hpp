@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -24,11 +23,6 @@ inline constexpr std::array kAddressMessages = {
 
 /// The English text in UTF-8, its placeholder filled.
 [[nodiscard]] const std::string& addressMessageText(AddressMessage message);
-
-/// The exception that carries that text, to be thrown by copy. It exists once: copies share its
-/// text, so that throwing one costs no allocation of a text. A project with a million addresses may
-/// hold a million bad ones.
-[[nodiscard]] const std::runtime_error& addressError(AddressMessage message);
 
 /// The numbers of an address text.
 enum class AddressNumber : std::uint8_t { dbNumber, byteOffset, bitOffset };

@@ -1,5 +1,7 @@
 #include "address/DataBlockPrefix.hpp"
 
+#include <corvane/utils/string/Ascii.hpp>
+
 #include <algorithm>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -17,7 +19,7 @@ bool startsWithMarker(std::basic_string_view<Character> text) {
 
 template <class Character>
 std::size_t digitsEnd(std::basic_string_view<Character> text, std::size_t from) {
-    while (from < text.size() && isDecimalDigit(text[from]))
+    while (from < text.size() && utils::string::ascii::isDigit(text[from]))
         ++from;
     return from;
 }

@@ -8,12 +8,6 @@ namespace corvane::workbench::plugins::s7Driver {
 
 inline constexpr std::string_view kDataBlockMarker = "DB";
 
-/// ASCII digits only.
-template <class Character>
-[[nodiscard]] constexpr bool isDecimalDigit(Character character) {
-    return character >= Character('0') && character <= Character('9');
-}
-
 /// The position of the dot where `text` begins with "DB", at least one digit and a dot; the size of
 /// the text where it does not.
 [[nodiscard]] std::size_t dataBlockNumberEnd(std::string_view text);

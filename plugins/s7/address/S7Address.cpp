@@ -2,6 +2,8 @@
 
 #include "address/DataBlockPrefix.hpp"
 
+#include <corvane/utils/string/Ascii.hpp>
+
 #include <charconv>
 #include <concepts>
 
@@ -42,7 +44,7 @@ public:
     // 1, bit 5 of area "DB" and not data block 1. This is intended.
     Fault dataBlockPrefix(S7Address& address) {
         const std::size_t dot = dataBlockNumberEnd(text_);
-        if (dot + 1 >= text_.size() || isDecimalDigit(text_[dot + 1]))
+        if (dot + 1 >= text_.size() || utils::string::ascii::isDigit(text_[dot + 1]))
             return {};
         text_.remove_prefix(kDataBlockMarker.size());
         std::uint16_t number = 0;

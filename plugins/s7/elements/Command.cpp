@@ -1,19 +1,19 @@
 #include "elements/Command.hpp"
 
-#include "plugin/Members.hpp"
+#include "elements/Members.hpp"
 
 namespace corvane::workbench::plugins::s7Driver {
 
-bool Command::forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const {
+bool Command::forEachAttribute(function_ref<bool(const model::Attribute&)> visit) const {
     return visit(model::Attribute::kUpdateTime) || visit(model::Attribute::kQuality) ||
            visit(kReadError) || visit(model::Attribute::kWriteTime) || visit(kWriteError);
 }
 
-bool Command::forEachEvent(FunctionRef<bool(const process::Event&)> visit) const {
+bool Command::forEachEvent(function_ref<bool(const process::Event&)> visit) const {
     return visit(kReadEvent) || visit(kWrittenEvent) || visit(kWriteFailedEvent);
 }
 
-bool Command::forEachTask(FunctionRef<bool(const process::Task&)> visit) const {
+bool Command::forEachTask(function_ref<bool(const process::Task&)> visit) const {
     return visit(kExecuteTask);
 }
 

@@ -10,9 +10,9 @@ class Command final : public skill::Element {
 public:
     class Binding;
 
-    bool forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const override;
-    bool forEachEvent(FunctionRef<bool(const process::Event&)> visit) const override;
-    bool forEachTask(FunctionRef<bool(const process::Task&)> visit) const override;
+    bool forEachAttribute(function_ref<bool(const model::Attribute&)> visit) const override;
+    bool forEachEvent(function_ref<bool(const process::Event&)> visit) const override;
+    bool forEachTask(function_ref<bool(const process::Task&)> visit) const override;
     std::unique_ptr<skill::Binding> createBinding() override; // forms/EmptyBindings.cpp
 
     /// The nil UUID: every command is the same to an import, which brings a command only to have

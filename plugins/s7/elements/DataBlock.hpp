@@ -22,7 +22,7 @@ public:
     /// The number last handed down. No block has number 0 when it is new, so the first load hands
     /// its number down in any case.
     std::uint16_t propagatedDbNumber = 0;
-    bindings::Subscription dbNumberSubscription;
+    PropertyController::Subscription dbNumberSubscription;
 
     void configureProperties(bindings::PropertyConfigurationContext& context) override;
     void load(utils::json::decoder::Object& members, config::Context& context) override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <corvane/workbench/data/DataType.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -9,7 +11,7 @@
 /// The data types of items.
 namespace corvane::workbench::plugins::s7Driver {
 
-/// The value types of items, in the order of the "value" attributes of plugin/Members.hpp.
+/// The value types of items. They number the rows of kValueTypes.
 enum class ValueType : std::uint8_t {
     signed8,
     signed16,
@@ -26,7 +28,26 @@ enum class ValueType : std::uint8_t {
     boolean,
     generic,
 };
-inline constexpr std::size_t kValueTypeCount = 14;
+
+/// What the host knows of each value type: code and width in bits. The "value" attributes of items
+/// (elements/Members.hpp) are made of these rows, one for each, in their order.
+inline constexpr std::array<data::DataType, 14> kValueTypes{{
+    {data::TypeCode::signedInteger, 8},
+    {data::TypeCode::signedInteger, 16},
+    {data::TypeCode::signedInteger, 32},
+    {data::TypeCode::signedInteger, 64},
+    {data::TypeCode::unsignedInteger, 8},
+    {data::TypeCode::unsignedInteger, 16},
+    {data::TypeCode::unsignedInteger, 32},
+    {data::TypeCode::unsignedInteger, 64},
+    {data::TypeCode::floatingPoint, 32},
+    {data::TypeCode::floatingPoint, 64},
+    {data::TypeCode::text, 8},
+    {data::TypeCode::text, 16},
+    {data::TypeCode::boolean, 1},
+    {data::TypeCode::generic, 0},
+}};
+static_assert(static_cast<std::size_t>(ValueType::generic) + 1 == kValueTypes.size());
 
 struct DataType {
     std::string_view name;        // as it is kept, in documents too

@@ -3,8 +3,8 @@
 #include "elements/DataBlock.hpp"
 #include "elements/DataTypes.hpp"
 #include "elements/ImportNamespaces.hpp"
+#include "elements/Members.hpp"
 #include "elements/Plc.hpp"
-#include "plugin/Members.hpp"
 
 #include <corvane/utils/numeric/FormatNumber.hpp>
 #include <corvane/utils/string/Utf.hpp>
@@ -28,14 +28,14 @@ void Item::configureProperties(bindings::PropertyConfigurationContext& context) 
     context.onChange<&Item::writableChanged>(*this, writable).detach();
 }
 
-bool Item::forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const {
+bool Item::forEachAttribute(function_ref<bool(const model::Attribute&)> visit) const {
     if (visit(valueAttribute()) || visit(model::Attribute::kChangeTime) ||
         visit(model::Attribute::kQuality) || visit(kReadError))
         return true;
     return writable && (visit(model::Attribute::kWriteTime) || visit(kWriteError));
 }
 
-bool Item::forEachEvent(FunctionRef<bool(const process::Event&)> visit) const {
+bool Item::forEachEvent(function_ref<bool(const process::Event&)> visit) const {
     if (visit(process::Event::kChanged) || visit(kReadEvent))
         return true;
     return writable && (visit(kWrittenEvent) || visit(kWriteFailedEvent));
@@ -52,7 +52,8 @@ std::optional<utils::core::Uuid> Item::importId() const {
                                              utils::string::detail::utf16ToUtf8(effectiveAddress));
 }
 
-// The identity is made of the effective address alone, so that equal ones need not be hashed.
+// The identity is made of the effective address alone, so that equal ones need not be hashed;
+// hashed they would be found equal, too (Item.KnowsWhoHasItsIdentityWithoutHashing).
 bool Item::hasImportIdOf(const skill::Element& other) const {
     const auto* const item = other.as<Item>();
     return (item != nullptr && item->effectiveAddress == effectiveAddress) ||

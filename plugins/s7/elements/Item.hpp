@@ -36,8 +36,8 @@ public:
     void configureProperties(bindings::PropertyConfigurationContext& context) override;
     void load(utils::json::decoder::Object& members, config::Context& context) override;
     void save(utils::json::encoder::Object& members) const override;
-    bool forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const override;
-    bool forEachEvent(FunctionRef<bool(const process::Event&)> visit) const override;
+    bool forEachAttribute(function_ref<bool(const model::Attribute&)> visit) const override;
+    bool forEachEvent(function_ref<bool(const process::Event&)> visit) const override;
     std::unique_ptr<skill::Binding> createBinding() override; // forms/ItemBinding.cpp
 
     /// Made from the effective address: members of a block are the same where their addresses are,
@@ -72,8 +72,8 @@ private:
     void writableChanged();
     [[nodiscard]] const model::Attribute& valueAttribute() const;
 
-    bindings::Subscription dbNumberSubscription_;
-    bindings::Subscription addressSubscription_;
+    PropertyController::Subscription dbNumberSubscription_;
+    PropertyController::Subscription addressSubscription_;
 };
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -1,9 +1,9 @@
 #include "elements/Plc.hpp"
 
 #include "elements/DocumentKeys.hpp"
+#include "elements/Members.hpp"
 #include "elements/ReadNumber.hpp"
 #include "elements/ValidationMessages.hpp"
-#include "plugin/Members.hpp"
 
 #include <corvane/workbench/config/Context.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
@@ -49,15 +49,15 @@ void Plc::save(utils::json::encoder::Object& members) const {
     members.addNumber(keys::kSlot, slot);
 }
 
-bool Plc::forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const {
+bool Plc::forEachAttribute(function_ref<bool(const model::Attribute&)> visit) const {
     return visit(model::Attribute::kDeviceState) || visit(kConnectionTime) || visit(kPlcError);
 }
 
-bool Plc::forEachEvent(FunctionRef<bool(const process::Event&)> visit) const {
+bool Plc::forEachEvent(function_ref<bool(const process::Event&)> visit) const {
     return visit(process::Event::kConnected) || visit(process::Event::kDisconnected);
 }
 
-bool Plc::forEachTask(FunctionRef<bool(const process::Task&)> visit) const {
+bool Plc::forEachTask(function_ref<bool(const process::Task&)> visit) const {
     return visit(process::Task::kReconnect);
 }
 

@@ -25,9 +25,9 @@ public:
     void configureProperties(bindings::PropertyConfigurationContext& context) override;
     void load(utils::json::decoder::Object& members, config::Context& context) override;
     void save(utils::json::encoder::Object& members) const override;
-    bool forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const override;
-    bool forEachEvent(FunctionRef<bool(const process::Event&)> visit) const override;
-    bool forEachTask(FunctionRef<bool(const process::Task&)> visit) const override;
+    bool forEachAttribute(function_ref<bool(const model::Attribute&)> visit) const override;
+    bool forEachEvent(function_ref<bool(const process::Event&)> visit) const override;
+    bool forEachTask(function_ref<bool(const process::Task&)> visit) const override;
     std::unique_ptr<skill::Binding> createBinding() override; // forms/PlcBinding.cpp
 
 private:

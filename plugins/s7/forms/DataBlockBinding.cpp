@@ -13,10 +13,11 @@ constexpr ui::SpinBoxControl::Range kDbNumberRange{.minimum = 1, .maximum = 6553
 
 DataBlock::Binding::Binding(DataBlock& block)
     : ElementBinding(block),
-      dbNumber_(translatedTexts<DataBlock>("DB number", "The DB number of the data block",
+      dbNumber_("dbNumber",
+                translatedTexts<DataBlock>("DB number", "The DB number of the data block",
                                            "This field shows the DB number of the data block."),
                 fieldHandle(block, &DataBlock::dbNumber),
-                fieldAccessor(block, &DataBlock::dbNumber), kDbNumberRange, kSpinBoxSettings) {}
+                fieldAccessor(pointer(), &DataBlock::dbNumber), kDbNumberRange, kSpinBoxSettings) {}
 
 void DataBlock::Binding::buildForm(ui::Form form) { form.add(dbNumber_); }
 

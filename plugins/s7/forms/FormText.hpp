@@ -20,20 +20,21 @@ template <class T>
     return {translate(label), translate(description), translate(help)};
 }
 
-/// Reads and writes a number or a flag of an element; writing publishes a changed value once.
+/// Reads and writes a number or a flag of the element that a binding's pointer leads to; writing
+/// publishes a changed value once.
 template <class T, class Field>
-[[nodiscard]] ui::Accessor<Field> fieldAccessor(T& element, Field T::* field) {
-    return {[&element, field] { return element.*field; },
-            [&element, field](Field value) { element.assign(element.*field, std::move(value)); }};
+[[nodiscard]] ui::Accessor<Field> fieldAccessor(T* const& element, Field T::* field) {
+    return {[&element, field] { return element->*field; },
+            [&element, field](Field value) { element->assign(element->*field, std::move(value)); }};
 }
 
 /// As `fieldAccessor`, for a field that keeps UTF-8.
 template <class T>
-[[nodiscard]] ui::Accessor<std::u16string> textAccessor(T& element, std::string T::* field) {
+[[nodiscard]] ui::Accessor<std::u16string> textAccessor(T* const& element, std::string T::* field) {
     using namespace utils::string::detail;
-    return {[&element, field] { return utf8ToUtf16(element.*field); },
+    return {[&element, field] { return utf8ToUtf16(element->*field); },
             [&element, field](const std::u16string& value) {
-                element.assign(element.*field, utf16ToUtf8(value));
+                element->assign(element->*field, utf16ToUtf8(value));
             }};
 }
 

@@ -27,9 +27,9 @@ std::vector<ui::ChoiceList::Choice> dataTypeChoices() {
 
 /// The commands below the item's PLC. The PLC is looked for now, so that a form for an item that
 /// has none fails when it is built, and again at each call, as the item may have moved.
-ui::ReferenceChooser::Candidates commandsOf(const Item& item) {
-    static_cast<void>(item.plc());
-    return {.scope = [&item] { return item.plc().modelElement(); },
+ui::ReferenceChooser::Candidates commandsOf(Item* const& item) {
+    static_cast<void>(item->plc());
+    return {.scope = [&item] { return item->plc().modelElement(); },
             .accepts = [](const model::Element& element) { return element.isA<Command>(); }};
 }
 
@@ -45,33 +45,40 @@ void fixUpAddress(ui::TextEdit& edit) {
 
 Item::Binding::Binding(Item& item)
     : ElementBinding(item),
-      dataType_(translatedTexts<Item>("Data type", "The data type for the data item",
+      dataType_("dataType",
+                translatedTexts<Item>("Data type", "The data type for the data item",
                                       "This field shows the data type used by the data item."),
-                fieldHandle(item, &Item::dataType), textAccessor(item, &Item::dataType),
+                fieldHandle(item, &Item::dataType), textAccessor(pointer(), &Item::dataType),
                 dataTypeChoices()),
       stringSize_(
+          "stringSize",
           translatedTexts<Item>(
               "String size", "The number of characters in case the item is a String or WString",
               "This field shows the number of characters in case the data item is a String or "
               "WString."),
-          fieldHandle(item, &Item::stringSize), fieldAccessor(item, &Item::stringSize),
+          fieldHandle(item, &Item::stringSize), fieldAccessor(pointer(), &Item::stringSize),
           kStringSizeRange, kSpinBoxSettings),
-      address_(translatedTexts<Item>("Address", "The data item address",
+      address_("address",
+               translatedTexts<Item>("Address", "The data item address",
                                      "This field shows the address of the data item."),
-               fieldHandle(item, &Item::address), textAccessor(item, &Item::address),
+               fieldHandle(item, &Item::address), textAccessor(pointer(), &Item::address),
                {.placeholder = {}, .minimumWidth = 0, .preferredWidth = 0, .fixUp = fixUpAddress}),
       effectiveAddress_(
+          "effectiveAddress",
           translatedTexts<Item>("Effective address", "The effective address of the data item",
                                 "This field shows the effective address of the data item."),
-          fieldHandle(item, &Item::effectiveAddress), [&item] { return item.effectiveAddress; }),
-      writable_(translatedTexts<Item>("Writable", "The writable flag",
+          fieldHandle(item, &Item::effectiveAddress),
+          [&item = pointer()] { return item->effectiveAddress; }),
+      writable_("writable",
+                translatedTexts<Item>("Writable", "The writable flag",
                                       "This field shows if the data item is writable."),
-                fieldHandle(item, &Item::writable), fieldAccessor(item, &Item::writable),
+                fieldHandle(item, &Item::writable), fieldAccessor(pointer(), &Item::writable),
                 translated("Read only"), translated("Writable")),
-      command_(translatedTexts<Item>("Command", "The data item command",
+      command_("command",
+               translatedTexts<Item>("Command", "The data item command",
                                      "This field shows the command attached to this data item."),
-               fieldHandle(item, &Item::command), fieldAccessor(item, &Item::command),
-               commandsOf(item)) {}
+               fieldHandle(item, &Item::command), fieldAccessor(pointer(), &Item::command),
+               commandsOf(pointer())) {}
 
 void Item::Binding::buildForm(ui::Form form) {
     const auto group = form.group();
@@ -81,6 +88,14 @@ void Item::Binding::buildForm(ui::Form form) {
     group.add(effectiveAddress_);
     form.add(writable_);
     form.add(command_);
+}
+
+// An item's form costs far more to make than to read: eighteen texts and as many choices.
+bool Item::Binding::moveTo(skill::Element& element) {
+    auto& item = static_cast<Item&>(element);
+    static_cast<void>(item.plc()); // as for a new form
+    return move(item,
+                {&dataType_, &stringSize_, &address_, &effectiveAddress_, &writable_, &command_});
 }
 
 std::unique_ptr<skill::Binding> Item::createBinding() { return std::make_unique<Binding>(*this); }

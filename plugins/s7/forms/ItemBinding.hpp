@@ -16,6 +16,7 @@ public:
     /// Throws std::logic_error for an item outside any PLC, which has no commands to choose from.
     explicit Binding(Item& item);
     void buildForm(ui::Form form) override;
+    bool moveTo(skill::Element& element) override;
 
 private:
     ui::ChoiceList dataType_;

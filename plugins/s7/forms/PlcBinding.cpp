@@ -15,22 +15,26 @@ constexpr ui::SpinBoxControl::Range kSlotRange{.minimum = 0, .maximum = 31, .ste
 
 Plc::Binding::Binding(Plc& plc)
     : ElementBinding(plc),
-      address_(translatedTexts<Plc>("Address", "The network address used by the S7 plc",
+      address_("address",
+               translatedTexts<Plc>("Address", "The network address used by the S7 plc",
                                     "This field shows the network address of the S7 plc."),
-               fieldHandle(plc, &Plc::address), textAccessor(plc, &Plc::address),
+               fieldHandle(plc, &Plc::address), textAccessor(pointer(), &Plc::address),
                {.placeholder = i18n::translate(kTextContext, "enter the address"),
                 .minimumWidth = 0,
                 .preferredWidth = 300,
                 .fixUp = {}}),
-      rack_(translatedTexts<Plc>("Rack number", "The rack number of the S7 plc",
+      rack_("rack",
+            translatedTexts<Plc>("Rack number", "The rack number of the S7 plc",
                                  "This field shows the rack number of the S7 plc."),
-            fieldHandle(plc, &Plc::rack), fieldAccessor(plc, &Plc::rack), kRackRange,
+            fieldHandle(plc, &Plc::rack), fieldAccessor(pointer(), &Plc::rack), kRackRange,
             kSpinBoxSettings),
-      slot_(translatedTexts<Plc>("Slot number", "The slot number of the S7 plc",
+      slot_("slot",
+            translatedTexts<Plc>("Slot number", "The slot number of the S7 plc",
                                  "This field shows the slot number of the S7 plc."),
-            fieldHandle(plc, &Plc::slot), fieldAccessor(plc, &Plc::slot), kSlotRange,
+            fieldHandle(plc, &Plc::slot), fieldAccessor(pointer(), &Plc::slot), kSlotRange,
             kSpinBoxSettings),
-      import_(translatedTexts<Plc>(
+      import_("import",
+              translatedTexts<Plc>(
                   "Import DB File",
                   "This button allows you to import the data blocks defined in a .db file in "
                   "structured text format. Such files can be exported from within the TIA Portal "

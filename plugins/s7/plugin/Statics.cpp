@@ -1,16 +1,17 @@
 #include "elements/Command.hpp"
 #include "elements/DataBlock.hpp"
-#include "elements/DataTypes.hpp"
 #include "elements/Item.hpp"
+#include "elements/Members.hpp"
 #include "elements/Plc.hpp"
 #include "elements/Struct.hpp"
 #include "plugin/ElementClasses.hpp"
-#include "plugin/Members.hpp"
 #include "plugin/Skill.hpp"
 
 #include <corvane/workbench/skill/ConcreteClass.hpp>
 
 #include <array>
+#include <cstddef>
+#include <utility>
 
 // All statics of the plug-in, in the order in which they come up while it loads; they go down in
 // the reverse order. Only one file can fix an order, so they stand in one file. The class objects
@@ -80,27 +81,12 @@ constexpr skill::ClassIdentity kCommandIdentity{
 extern const std::array<const ElementClass*, 4> kPlcChildren;
 extern const std::array<const ElementClass*, 2> kGroupChildren;
 
-/// The value types in the order of ValueType, for one kind of access.
+/// An attribute for each value type, for one kind of access.
 ValueAttributes valueAttributes(Access access) {
-    const auto value = [access](data::TypeCode code, std::uint8_t bits) {
-        return Attribute("value", access, {code, bits}, {input, output});
-    };
-    return {value(signedInteger, 8),
-            value(signedInteger, 16),
-            value(signedInteger, 32),
-            value(signedInteger, 64),
-            value(unsignedInteger, 8),
-            value(unsignedInteger, 16),
-            value(unsignedInteger, 32),
-            value(unsignedInteger, 64),
-            value(floatingPoint, 32),
-            value(floatingPoint, 64),
-            value(text, 8),
-            value(text, 16),
-            value(boolean, 1),
-            value(generic, 0)};
+    return [access]<std::size_t... row>(std::index_sequence<row...>) {
+        return ValueAttributes{Attribute("value", access, kValueTypes[row], {input, output})...};
+    }(std::make_index_sequence<kValueTypes.size()>());
 }
-static_assert(std::tuple_size_v<ValueAttributes> == kValueTypeCount);
 
 } // namespace
 

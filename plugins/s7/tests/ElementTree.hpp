@@ -1,6 +1,5 @@
 #pragma once
 
-#include "dbimport/StringOutputStream.hpp"
 #include "elements/Command.hpp"
 #include "elements/DataBlock.hpp"
 #include "elements/Item.hpp"
@@ -8,11 +7,13 @@
 #include "elements/Struct.hpp"
 #include "plugin/ElementClasses.hpp"
 
+#include <corvane/utils/io/StringOutputStream.hpp>
 #include <corvane/utils/json/Decoder.hpp>
 #include <corvane/utils/string/Utf.hpp>
 #include <corvane/workbench/config/Context.hpp>
+#include <corvane/workbench/host/Model.hpp>
+#include <corvane/workbench/host/Tree.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
-#include <corvane/workbench/model/Model.hpp>
 #include <corvane/workbench/skill/ElementFactory.hpp>
 
 #include <gtest/gtest.h>
@@ -93,7 +94,7 @@ public:
         context.commit();
     }
 
-    [[nodiscard]] model::Model& model() { return model_; }
+    [[nodiscard]] host::Model& model() { return model_; }
 
 private:
     template <class T>
@@ -102,7 +103,7 @@ private:
         auto made =
             std::make_unique<model::Element>(elementClass, elementClass.factory().createElement());
         model::Element& above = parent == nullptr ? model_.root() : *parent->modelElement();
-        return *above.appendChild(std::move(made), name).getSkillElement()->template as<T>();
+        return *host::appendChild(above, std::move(made), name).getSkillElement()->template as<T>();
     }
 
     static void forEachBelow(model::Element& parent,
@@ -113,12 +114,12 @@ private:
         }
     }
 
-    model::Model model_;
+    host::Model model_;
 };
 
 /// What an element writes into its document, without blanks.
 inline std::string saved(const skill::Element& element) {
-    StringOutputStream stream;
+    utils::io::StringOutputStream stream;
     {
         utils::json::encoder::Document document(stream, utils::json::encoder::Format::compact);
         auto members = document.object();

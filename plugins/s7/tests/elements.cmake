@@ -4,28 +4,28 @@ set(S7_LIBRARIES s7_address s7_elements s7_dbimport s7_forms s7_plugin CorvaneWo
 
 corvane_test(s7_elements_test
     SOURCES
-        CommandTest.cpp
-        DataBlockTest.cpp
-        ElementClassesTest.cpp
-        ItemTest.cpp
-        ItemValidationTest.cpp
-        MembersTest.cpp
-        PlcTest.cpp
-        SkillTest.cpp
-        StructTest.cpp
+        elements/CommandTest.cpp
+        elements/DataBlockTest.cpp
+        plugin/ElementClassesTest.cpp
+        elements/ItemTest.cpp
+        elements/ItemValidationTest.cpp
+        elements/MembersTest.cpp
+        elements/PlcTest.cpp
+        plugin/SkillTest.cpp
+        elements/StructTest.cpp
     LIBRARIES ${S7_LIBRARIES})
 
 corvane_test(s7_forms_test
     SOURCES
-        DataBlockFormTest.cpp
-        EmptyFormsTest.cpp
-        ItemFormTest.cpp
-        PlcFormTest.cpp
+        forms/DataBlockFormTest.cpp
+        forms/EmptyFormsTest.cpp
+        forms/ItemFormTest.cpp
+        forms/PlcFormTest.cpp
     LIBRARIES ${S7_LIBRARIES})
 
 # Knows of the plug-in what a host knows: the file.
 corvane_test(s7_module_test
-    SOURCES AtExitRecorder.cpp ModuleTest.cpp
+    SOURCES plugin/AtExitRecorder.cpp plugin/ModuleTest.cpp
     LIBRARIES CorvaneWorkbenchPlugin ${CMAKE_DL_LIBS}
     DEFINITIONS
         S7_MODULE="$<TARGET_FILE:CorvaneS7>"

@@ -2,8 +2,8 @@
 
 namespace corvane::workbench::core {
 
-void Editor::History::push(std::unique_ptr<Step> step) {
-    if (step == nullptr)
+void Editor::History::perform(std::shared_ptr<Step> step) {
+    if (!step->perform(workspace))
         return;
     steps_.resize(done_);
     if (saved_ > done_)

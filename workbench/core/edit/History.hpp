@@ -1,9 +1,11 @@
 #pragma once
 
-#include "workbench/core/Editor.hpp"
-#include "workbench/core/edit/Step.hpp"
+#include "workbench/core/edit/Editor.hpp"
+#include "workbench/core/edit/steps/Step.hpp"
 
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace corvane::workbench::core {
 
@@ -12,25 +14,28 @@ class Editor::History {
 public:
     explicit History(Project& project) : workspace(project) {}
 
-    /// Takes a step that was just done; what could be redone until now no longer can. Null is no
-    /// step.
-    void push(std::unique_ptr<Step> step);
+    /// Performs a step and keeps it where it changed anything; what could be redone until now no
+    /// longer can then.
+    void perform(std::shared_ptr<Step> step);
 
     /// The step that would be undone or redone next; null if there is none.
     [[nodiscard]] Step* undoable() const;
     [[nodiscard]] Step* redoable() const;
+    /// Does so; without such a step nothing happens. The observer learns of it afterwards.
     void undo();
     void redo();
 
+    /// Whether the steps that are done are those that were done when the project was saved.
     [[nodiscard]] bool isSaved() const { return saved_ == done_; }
     void markSaved();
 
+    /// What the steps work on.
     Workspace workspace;
 
 private:
     void tellChanged() const;
 
-    std::vector<std::unique_ptr<Step>> steps_;
+    std::vector<std::shared_ptr<Step>> steps_;
     std::size_t done_ = 0;
     std::optional<std::size_t> saved_ = 0; // steps done when saved; empty if never to be again
 };

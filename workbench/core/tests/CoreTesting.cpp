@@ -1,48 +1,15 @@
 #include "CoreTesting.hpp"
 
-#include "workbench/core/DocumentWriter.hpp"
-#include "workbench/core/PropertyErrors.hpp"
+#include "workbench/core/project/DocumentWriter.hpp"
+#include "workbench/core/project/PropertyErrors.hpp"
 
 #include <corvane/utils/io/FileOutputStream.hpp>
 #include <corvane/utils/string/Utf.hpp>
-
-#include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 
 namespace corvane::workbench::core::test {
 
 namespace fs = std::filesystem;
 using utils::string::detail::utf16ToUtf8;
-
-Folder::Folder() {
-    auto pattern = (fs::temp_directory_path() / "corvane-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr)
-        throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-}
-
-Folder::~Folder() { fs::remove_all(path_); }
-
-fs::path Folder::write(std::string_view name, std::string_view content) const {
-    std::ofstream(path_ / name, std::ios::binary) << content;
-    return path_ / name;
-}
-
-std::string Folder::read(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-std::vector<std::string> Folder::files() const {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path_))
-        names.push_back(entry.path().filename().string());
-    std::ranges::sort(names);
-    return names;
-}
 
 fs::path testPlugin(std::string_view name) {
     return fs::path(CORVANE_TEST_PLUGINS) / (std::string(name) + ".so");
@@ -64,7 +31,7 @@ std::string ProjectTest::elementsOf(const Project& project) const {
     auto stream = utils::io::FileOutputStream::create(file);
     writeProject(stream, plugins, project.model().root());
     stream.close();
-    std::string text = Folder::read(file);
+    std::string text = contentOf(file);
     fs::remove(file);
 
     std::string elements; // no text of these tests has a blank behind a line end or a comma

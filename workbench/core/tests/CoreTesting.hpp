@@ -1,8 +1,10 @@
 #pragma once
 
-#include "workbench/core/PluginHost.hpp"
-#include "workbench/core/Project.hpp"
-#include "workbench/core/ProjectImport.hpp"
+#include "workbench/core/import/ProjectImport.hpp"
+#include "workbench/core/plugins/PluginHost.hpp"
+#include "workbench/core/project/Project.hpp"
+
+#include "TemporaryFolder.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,26 +16,8 @@
 /// What the tests of projects work with.
 namespace corvane::workbench::core::test {
 
-/// A folder that goes with its test.
-class Folder {
-public:
-    Folder();
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    ~Folder();
-
-    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
-    /// Creates or overwrites a file.
-    std::filesystem::path write(std::string_view name, std::string_view content) const;
-    [[nodiscard]] static std::string read(const std::filesystem::path& file);
-
-    /// The names in the folder, sorted.
-    [[nodiscard]] std::vector<std::string> files() const;
-
-private:
-    std::filesystem::path path_;
-};
+using utils::test::contentOf;
+using utils::test::TemporaryFolder;
 
 /// A plug-in made for the tests, by its name.
 [[nodiscard]] std::filesystem::path testPlugin(std::string_view name);
@@ -58,7 +42,7 @@ protected:
 public:
 public:
     PluginHost plugins;
-    Folder folder;
+    TemporaryFolder folder;
 };
 
 /// The text of the exception that `action` throws; "" where it throws none.

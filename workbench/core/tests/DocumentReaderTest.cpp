@@ -1,6 +1,12 @@
 #include "CoreTesting.hpp"
 
-#include "workbench/core/DocumentError.hpp"
+#include "workbench/core/project/DocumentReader.hpp"
+
+#include <corvane/workbench/i18n/Translate.hpp>
+
+#include <optional>
+
+#include <corvane/workbench/host/Tree.hpp>
 
 namespace corvane::workbench::core::test {
 
@@ -26,7 +32,7 @@ protected:
 
 } // namespace
 
-TEST_F(DocumentReaderTest, saysWhatIsWrongWithAProject) {
+TEST_F(DocumentReaderTest, SaysWhatIsWrongWithAProject) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"", "malformed JSON: there is no value (line 1, column 1)"},
         {"[]", "expected an object, found an array (line 1, column 1)"},
@@ -42,7 +48,7 @@ TEST_F(DocumentReaderTest, saysWhatIsWrongWithAProject) {
          R"(member "elements": the project has no elements (line 1, column 1))"},
         {R"({"corvane": 1, "elements": {}})",
          R"(member "elements": expected an array, found an object (line 1, column 28))"},
-        {R"({"corvane": 1, "elements": [], "colour": 3})", R"(unknown member "colour")"},
+        {R"({"corvane": 1, "elements": [], "colour": 3})", R"(unknown member “colour”)"},
         {R"({"corvane": 1, "elements": [], "elements": []})",
          R"(member "elements": duplicate member (line 1, column 32))"},
         {"{\"corvane\": 1,\n \"elements\": []} x",
@@ -54,14 +60,14 @@ TEST_F(DocumentReaderTest, saysWhatIsWrongWithAProject) {
         EXPECT_EQ(errorOf(content), message) << content;
 }
 
-TEST_F(DocumentReaderTest, saysWhatIsWrongWithAnElement) {
+TEST_F(DocumentReaderTest, SaysWhatIsWrongWithAnElement) {
     // Each document stands at line 2, column 1.
     const std::vector<std::pair<std::string, std::string>> cases{
         {"7", "expected an object, found a number (line 2, column 1)"},
         {"{}", "an element document has one member, its class and content (line 2, column 1)"},
         {R"({"@Skill.Bench.Shelf": {"name": "a"}})",
-         R"(no loaded plug-in has the element class "@Skill.Bench.Shelf")"},
-        {R"({"Rack": {"name": "a"}})", R"(no loaded plug-in has the element class "Rack")"},
+         R"(no loaded plug-in has the element class “@Skill.Bench.Shelf”)"},
+        {R"({"Rack": {"name": "a"}})", R"(no loaded plug-in has the element class “Rack”)"},
         {R"({"@Skill.Bench.Pin": {"name": "a"}})",
          R"(member "@Skill.Bench.Pin": an element of this class cannot stand here )"
          "(line 2, column 1)"},
@@ -74,21 +80,21 @@ TEST_F(DocumentReaderTest, saysWhatIsWrongWithAnElement) {
         {R"({"@Skill.Bench.Rack": {"name": 1}})",
          R"(member "name": expected a string, found a number (line 2, column 32))"},
         {R"({"@Skill.Bench.Rack": {"name": "a", "name": "b"}})",
-         R"(element "/a": member "name": duplicate member (line 2, column 37))"},
+         R"(element “/a”: member "name": duplicate member (line 2, column 37))"},
         {R"({"@Skill.Bench.Rack": {"name": "a"}, "@Skill.Bench.Rack": {"name": "b"}})",
          "an element document has only one member (line 2, column 1)"},
         {R"({"@Skill.Bench.Rack": {"name": "a", "height": 3}})",
-         R"(element "/a": unknown member "height")"},
+         R"(element “/a”: unknown member “height”)"},
         {R"({"@Skill.Bench.Rack": {"name": "a", "id": 3}})",
-         R"(element "/a": member "id": expected a string, found a number (line 2, column 43))"},
+         R"(element “/a”: member "id": expected a string, found a number (line 2, column 43))"},
         {R"({"@Skill.Bench.Rack": {"name": "a", "children": 3}})",
          R"(member "children": expected an array, found a number (line 2, column 49))"},
         {R"({"@Skill.Bench.Rack": {"name": "a/b", "children": [
            {"@Skill.Bench.Note": {"name": "n~", "text": "unreadable"}}]}})",
-         R"(element "/a~1b/n~0": the note cannot be read)"},
+         R"(element “/a~1b/n~0”: the note cannot be read)"},
         {R"({"@Skill.Bench.Rack": {"name": "a", "children": [
            {"@Skill.Bench.Note": {"name": "n", "last": 1, "text": "lost"}}]}})",
-         R"(element "/a/n": unknown member "text")"},
+         R"(element “/a/n”: unknown member “text”)"},
         {R"({"@Skill.Bench.Rack": {"name": "a", "children": [
 {"@Skill.Bench.Rack": {"name": "b"}}]}})",
          R"(member "@Skill.Bench.Rack": an element of this class cannot stand here )"
@@ -99,7 +105,24 @@ TEST_F(DocumentReaderTest, saysWhatIsWrongWithAnElement) {
             << element;
 }
 
-TEST_F(DocumentReaderTest, refusesElementsThatAreNestedTooDeeply) {
+// What a user reads of a file's faults is in the user's language.
+TEST_F(DocumentReaderTest, SaysItInTheUsersLanguage) {
+    i18n::setTranslator([](std::string_view context, std::string_view text) {
+        std::optional<std::u16string> translation;
+        if (context == "corvane::workbench::core::DocumentReader" && text == "element “{}”: {}")
+            translation = u"Element „{}“: {}";
+        if (context == "corvane::workbench::core::Project" && text == "this is no corvane project")
+            translation = u"dies ist kein Projekt";
+        return translation;
+    });
+    EXPECT_EQ(errorOf("{}"), R"(member "corvane": dies ist kein Projekt (line 1, column 1))");
+    EXPECT_EQ(errorOf(R"({"corvane": 1, "elements": [{"@Skill.Bench.Rack":
+                          {"name": "ä", "height": 3}}]})"),
+              R"(Element „/ä“: unknown member “height”)");
+    i18n::setTranslator({});
+}
+
+TEST_F(DocumentReaderTest, RefusesElementsThatAreNestedTooDeeply) {
     const auto nested = [](unsigned depth) {
         std::string text = R"({"corvane": 1, "elements": [{"@Skill.Bench.Rack": {"name": "r")";
         for (unsigned level = 1; level != depth; ++level)
@@ -115,7 +138,7 @@ TEST_F(DocumentReaderTest, refusesElementsThatAreNestedTooDeeply) {
     EXPECT_EQ(errorOf(nested(100'000)).substr(0, 14), "malformed JSON");
 }
 
-TEST_F(DocumentReaderTest, makesNamesUnique) {
+TEST_F(DocumentReaderTest, MakesNamesUnique) {
     const auto project = load(R"({"@Skill.Bench.Rack": {"name": "a"}},
                                  {"@Skill.Bench.Rack": {"name": "a"}},
                                  {"@Skill.Bench.Rack": {"name": "a 2"}})");
@@ -124,7 +147,7 @@ TEST_F(DocumentReaderTest, makesNamesUnique) {
                                    R"({"@Skill.Bench.Rack": {"name": "a 2 2", "id": ""}})");
 }
 
-TEST_F(DocumentReaderTest, readsMembersInAnyOrder) {
+TEST_F(DocumentReaderTest, ReadsMembersInAnyOrder) {
     const auto project = load(R"({"@Skill.Bench.Rack": {"children": [
         {"@Skill.Bench.Pin": {"value": "v", "id": "p", "name": "pin"}}], "id": "r", "name": "a"}})");
     EXPECT_EQ(elementsOf(project),
@@ -132,7 +155,7 @@ TEST_F(DocumentReaderTest, readsMembersInAnyOrder) {
               R"({"@Skill.Bench.Pin": {"name": "pin", "id": "p", "value": "v", "peer": ""}}]}})");
 }
 
-TEST_F(DocumentReaderTest, resolvesReferencesToWhatComesLater) {
+TEST_F(DocumentReaderTest, ResolvesReferencesToWhatComesLater) {
     const auto project = load(R"({"@Skill.Bench.Rack": {"name": "a", "children": [
         {"@Skill.Bench.Pin": {"name": "first", "peer": "/a/b~1c"}},
         {"@Skill.Bench.Pin": {"name": "lost", "peer": "/a/nowhere"}},
@@ -141,7 +164,7 @@ TEST_F(DocumentReaderTest, resolvesReferencesToWhatComesLater) {
               std::vector<std::string>{
                   R"(/a/lost: Peer: the referenced element "/a/nowhere" does not exist)"});
     auto& target = project.element("/a/b~1c");
-    target.rename("d~");
+    host::rename(target, "d~");
     EXPECT_NE(elementsOf(project).find(R"("name": "first", "id": "", "value": "", )"
                                        R"("peer": "/a/d~0")"),
               std::string::npos);

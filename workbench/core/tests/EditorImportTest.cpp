@@ -1,6 +1,6 @@
 #include "EditorTesting.hpp"
 
-#include "workbench/core/OpenForm.hpp"
+#include "workbench/core/project/OpenForm.hpp"
 
 #include <corvane/utils/string/Utf.hpp>
 
@@ -29,7 +29,7 @@ class EditorImportTest : public EditorTest {};
 
 } // namespace
 
-TEST_F(EditorImportTest, takesAnImportBackInEveryRespect) {
+TEST_F(EditorImportTest, TakesAnImportBackInEveryRespect) {
     auto project = load(kRack);
     const auto before = sightOf(project);
     Editor editor(project);
@@ -64,7 +64,7 @@ TEST_F(EditorImportTest, takesAnImportBackInEveryRespect) {
     follower.compare();
 }
 
-TEST_F(EditorImportTest, changesNothingForADocumentThatCannotBeRead) {
+TEST_F(EditorImportTest, ChangesNothingForADocumentThatCannotBeRead) {
     auto project = load(kRack);
     const auto before = sightOf(project);
     Editor editor(project);
@@ -81,7 +81,21 @@ TEST_F(EditorImportTest, changesNothingForADocumentThatCannotBeRead) {
     EXPECT_EQ(follower.historyChanges, 0U);
 }
 
-TEST_F(EditorImportTest, refusesToMoveWhatCannotBeLoadedAnew) {
+TEST_F(EditorImportTest, ExchangesNamesBackAndForth) {
+    auto project = load(R"({"@Skill.Bench.Rack": {"name": "r", "children": [
+        {"@Skill.Bench.Box": {"name": "\u0001a", "id": "1"}},
+        {"@Skill.Bench.Box": {"name": "a", "id": "2"}}]}})");
+    const auto before = sightOf(project);
+    Editor editor(project);
+    editor.import(project.element("/r"), R"([{"@Skill.Bench.Box": {"name": "\u0001a", "id": "2"}},
+        {"@Skill.Bench.Box": {"name": "a", "id": "1"}}])");
+    const auto children = project.element("/r").childElements();
+    EXPECT_EQ(children[0]->name(), "a");
+    EXPECT_EQ(children[1]->name(), "\x01\x61");
+    expectUndoAndRedo(editor, before);
+}
+
+TEST_F(EditorImportTest, RefusesToMoveWhatCannotBeLoadedAnew) {
     auto project = load(R"({"@Skill.Bench.Rack": {"name": "r", "children": [
         {"@Skill.Bench.Box": {"name": "a"}},
         {"@Skill.Bench.Note": {"name": "n", "text": "unsavable"}}]}})");
@@ -91,7 +105,7 @@ TEST_F(EditorImportTest, refusesToMoveWhatCannotBeLoadedAnew) {
     EXPECT_FALSE(editor.canUndo());
 }
 
-TEST_F(EditorImportTest, importsAFileTwiceAndTakesBothBack) {
+TEST_F(EditorImportTest, ImportsAFileTwiceAndTakesBothBack) {
     const auto file = folder.write("line.db", R"(DATA_BLOCK "Line"
 { S7_Optimized_Access := 'FALSE' }
 VERSION : 0.1

@@ -1,8 +1,8 @@
 #include "EditorTesting.hpp"
 
-#include "workbench/core/ElementWalk.hpp"
-#include "workbench/core/OpenForm.hpp"
-#include "workbench/core/edit/Fields.hpp"
+#include "workbench/core/edit/workspace/Fields.hpp"
+#include "workbench/core/project/ElementWalk.hpp"
+#include "workbench/core/project/OpenForm.hpp"
 
 #include <corvane/utils/string/Utf.hpp>
 
@@ -137,10 +137,12 @@ const LoadedClass& EditorTest::classOf(std::string_view key) const {
     return *plugins.findClass("@Skill." + std::string(key));
 }
 
-void EditorTest::set(Editor& editor, std::string_view path, std::u16string label,
+void EditorTest::set(Editor& editor, std::string_view path, std::u16string_view label,
                      ui::ControlValue value) {
-    const FieldValue field{std::move(label), std::move(value)};
-    editor.setValues(editor.project().element(path), {&field, 1});
+    auto& element = editor.project().element(path);
+    const auto keyOf = [&] { return std::string(fieldOf(OpenForm(element), label).key()); };
+    const FieldValue field{keyOf(), std::move(value)};
+    editor.setValues(element, {&field, 1});
 }
 
 ui::ControlValue EditorTest::shown(const Project& project, std::string_view path,

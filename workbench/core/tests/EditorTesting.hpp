@@ -2,7 +2,7 @@
 
 #include "CoreTesting.hpp"
 
-#include "workbench/core/Editor.hpp"
+#include "workbench/core/edit/Editor.hpp"
 
 #include <map>
 #include <ostream>
@@ -77,7 +77,7 @@ protected:
     [[nodiscard]] const LoadedClass& classOf(std::string_view key) const;
 
     /// Sets a field to a text, a number or a flag.
-    static void set(Editor& editor, std::string_view path, std::u16string label,
+    static void set(Editor& editor, std::string_view path, std::u16string_view label,
                     ui::ControlValue value);
 
     /// What a field shows.

@@ -1,5 +1,9 @@
 #include "EditorTesting.hpp"
 
+#include "workbench/core/edit/workspace/Fields.hpp"
+
+#include <corvane/workbench/i18n/Translate.hpp>
+
 #include <array>
 
 namespace corvane::workbench::core::test {
@@ -21,11 +25,25 @@ constexpr std::string_view kPlant = R"(
                 {"@Skill.S7.Item": {"name": "text", "dataType": "String", "stringSize": 300,
                     "address": "DBB4", "writable": false, "command": "/P/C"}}]}}]}}]}})";
 
+/// A language in which the rack's number and the slot's are called the same.
+class OneLabel {
+public:
+    OneLabel() {
+        i18n::setTranslator([](std::string_view, std::string_view text) {
+            return text == "Rack number" || text == "Slot number" ? std::optional(Text(u"Number"))
+                                                                  : std::nullopt;
+        });
+    }
+    OneLabel(const OneLabel&) = delete;
+    OneLabel& operator=(const OneLabel&) = delete;
+    ~OneLabel() { i18n::setTranslator({}); }
+};
+
 class EditorValuesTest : public EditorTest {};
 
 } // namespace
 
-TEST_F(EditorValuesTest, putsBackWhatNoUserCouldEnter) {
+TEST_F(EditorValuesTest, PutsBackWhatNoUserCouldEnter) {
     struct Case {
         std::string_view path;
         Text label;
@@ -55,7 +73,7 @@ TEST_F(EditorValuesTest, putsBackWhatNoUserCouldEnter) {
     }
 }
 
-TEST_F(EditorValuesTest, refusesWhatTheFormRefuses) {
+TEST_F(EditorValuesTest, RefusesWhatTheFormRefuses) {
     struct Case {
         std::string_view path;
         Text label;
@@ -95,13 +113,12 @@ TEST_F(EditorValuesTest, refusesWhatTheFormRefuses) {
     EXPECT_FALSE(editor.canUndo());
 }
 
-TEST_F(EditorValuesTest, setsAllFieldsOrNone) {
+TEST_F(EditorValuesTest, SetsAllFieldsOrNone) {
     auto project = load(kPlant);
     const auto before = sightOf(project);
     Editor editor(project);
-    std::vector<FieldValue> values{{u"Address", Text(u"host")},
-                                   {u"Slot number", std::uint64_t{2}},
-                                   {u"Rack number", std::uint64_t{8}}};
+    std::vector<FieldValue> values{
+        {"address", Text(u"host")}, {"slot", std::uint64_t{2}}, {"rack", std::uint64_t{8}}};
     EXPECT_NE(messageOf([&] { editor.setValues(project.element("/P"), values); }), "");
     EXPECT_EQ(sightOf(project), before);
     EXPECT_FALSE(editor.canUndo());
@@ -114,16 +131,16 @@ TEST_F(EditorValuesTest, setsAllFieldsOrNone) {
     EXPECT_FALSE(editor.canUndo());
 }
 
-TEST_F(EditorValuesTest, takesAFieldThatAnotherValueShows) {
+TEST_F(EditorValuesTest, TakesAFieldThatAnotherValueShows) {
     auto project = load(kPlant);
     Editor editor(project);
-    const std::vector<FieldValue> values{{u"String size", std::uint64_t{9}},
-                                         {u"Data type", Text(u"WString")}};
+    const std::vector<FieldValue> values{{"stringSize", std::uint64_t{9}},
+                                         {"dataType", Text(u"WString")}};
     editor.setValues(project.element("/P/B/odd"), values);
     EXPECT_NE(elementsOf(project).find(R"("stringSize": 9)"), std::string::npos);
 }
 
-TEST_F(EditorValuesTest, takesWhatAFieldHasForNoChange) {
+TEST_F(EditorValuesTest, TakesWhatAFieldHasForNoChange) {
     auto project = load(kPlant);
     Editor editor(project);
     Follower follower(project.model().root());
@@ -138,7 +155,33 @@ TEST_F(EditorValuesTest, takesWhatAFieldHasForNoChange) {
     EXPECT_EQ(follower.historyChanges, 2U);
 }
 
-TEST_F(EditorValuesTest, letsItemsFollowTheNumberOfTheirBlock) {
+TEST_F(EditorValuesTest, TellsFieldsWithOneLabelApart) {
+    const OneLabel oneLabel;
+    auto project = load(kPlant);
+    Editor editor(project);
+    auto& plc = project.element("/P");
+    const FieldValue value{"slot", std::uint64_t{9}};
+    editor.setValues(plc, {&value, 1});
+    EXPECT_EQ(editor.undoText(), u"Change “Number”");
+    {
+        const OpenForm form(plc);
+        EXPECT_EQ(form.find("slot")->value(), ui::ControlValue(std::uint64_t{9}));
+        EXPECT_EQ(form.find("rack")->value(), ui::ControlValue(std::uint64_t{200}));
+        EXPECT_EQ(form.find("Number"), nullptr);
+
+        // A user's word for a field is its label, and its key where the label does not tell.
+        EXPECT_EQ(messageOf([&] { static_cast<void>(fieldOf(form, u"Number")); }),
+                  "there are several fields “Number”; their keys are: rack, slot");
+        EXPECT_EQ(&fieldOf(form, u"slot"), form.find("slot"));
+        EXPECT_EQ(messageOf([&] { static_cast<void>(fieldOf(form, u"address")); }),
+                  "there is no field “address”; the fields are: Address, Number, Number, Import DB "
+                  "File");
+    }
+    editor.undo();
+    EXPECT_EQ(OpenForm(plc).find("slot")->value(), ui::ControlValue(std::uint64_t{0}));
+}
+
+TEST_F(EditorValuesTest, LetsItemsFollowTheNumberOfTheirBlock) {
     auto project = load(kPlant);
     Editor editor(project);
     set(editor, "/P/B", u"DB number", std::uint64_t{12});
@@ -151,7 +194,7 @@ TEST_F(EditorValuesTest, letsItemsFollowTheNumberOfTheirBlock) {
     expectAsReloaded(project);
 }
 
-TEST_F(EditorValuesTest, setsOneFieldOfManyElements) {
+TEST_F(EditorValuesTest, SetsOneFieldOfManyElements) {
     std::string children = R"({"@Skill.S7.Command": {"name": "C"}})";
     for (int i = 0; i != 500; ++i)
         children += R"(,{"@Skill.S7.Item": {"name": "i)" + std::to_string(i) + "\"}}";
@@ -163,7 +206,7 @@ TEST_F(EditorValuesTest, setsOneFieldOfManyElements) {
     for (const auto& child : project.element("/P").childElements().subspan(1))
         items.push_back(child.get());
 
-    editor.setValue(items, {u"Command", Text(u"/P/C")});
+    editor.setValue(items, {"command", Text(u"/P/C")});
     for (const auto* const item : items)
         EXPECT_EQ(shown(project, item->path(), u"Command"), ui::ControlValue(Text(u"/P/C")));
     EXPECT_EQ(editor.undoText(), u"Change “Command” of 500 elements");
@@ -171,7 +214,10 @@ TEST_F(EditorValuesTest, setsOneFieldOfManyElements) {
     editor.undo();
 
     items.push_back(&project.element("/P")); // has no such field
-    EXPECT_NE(messageOf([&] { editor.setValue(items, {u"Command", Text(u"/P/C")}); }), "");
+    EXPECT_EQ(
+        messageOf([&] { editor.setValue(items, {"command", Text(u"/P/C")}); }),
+        "there is no field “command”; the fields are: Address, Rack number, Slot number, Import "
+        "DB File");
     EXPECT_EQ(sightOf(project), before);
 }
 

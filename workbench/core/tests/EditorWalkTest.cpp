@@ -1,7 +1,7 @@
 #include "EditorTesting.hpp"
 
-#include "workbench/core/ElementWalk.hpp"
-#include "workbench/core/OpenForm.hpp"
+#include "workbench/core/project/ElementWalk.hpp"
+#include "workbench/core/project/OpenForm.hpp"
 
 #include <corvane/workbench/ui/Choice.hpp>
 #include <corvane/workbench/ui/InfoField.hpp>
@@ -108,17 +108,17 @@ private:
     void setValue() {
         auto& element = *any();
         const auto numbers = std::u16string(u"DBW") + static_cast<char16_t>(u'0' + below(9));
-        const std::vector<std::pair<std::u16string, ui::ControlValue>> values{
-            {u"Address", numbers},
-            {u"DB number", std::uint64_t{1 + below(3)}},
-            {u"Command", pathOf(*any())},
-            {u"Peer", pathOf(*any())},
-            {u"Command", std::u16string()},
-            {u"Writable", below(2) == 0},
-            {u"Value", numbers},
-            {u"Rack number", std::uint64_t{below(9)}}};
-        const auto& [label, value] = values[below(values.size())];
-        editor_.setValues(element, std::vector{FieldValue{label, value}});
+        const std::vector<std::pair<std::string, ui::ControlValue>> values{
+            {"address", numbers},
+            {"dbNumber", std::uint64_t{1 + below(3)}},
+            {"command", pathOf(*any())},
+            {"peer", pathOf(*any())},
+            {"command", std::u16string()},
+            {"writable", below(2) == 0},
+            {"value", numbers},
+            {"rack", std::uint64_t{below(9)}}};
+        const auto& [key, value] = values[below(values.size())];
+        editor_.setValues(element, std::vector{FieldValue{key, value}});
     }
 
     static std::u16string pathOf(const model::Element& element) {
@@ -151,7 +151,7 @@ class EditorWalkTest : public EditorTest, public testing::WithParamInterface<uns
 
 } // namespace
 
-TEST_P(EditorWalkTest, everyStepCanBeTakenBackAndMadeAgain) {
+TEST_P(EditorWalkTest, EveryStepCanBeTakenBackAndMadeAgain) {
     auto project = load(kPlant);
     Editor editor(project);
     Follower follower(project.model().root());

@@ -30,7 +30,7 @@ using Names = std::vector<std::string>;
 
 } // namespace
 
-TEST(PluginHost, describesWhatAPlugInBrings) {
+TEST(PluginHost, DescribesWhatAPlugInBrings) {
     PluginHost plugins;
     plugins.load(testPlugin("Bench"));
 
@@ -54,7 +54,7 @@ TEST(PluginHost, describesWhatAPlugInBrings) {
     EXPECT_EQ(plugins.findClass("@Skill.S7.PLC"), nullptr);
 }
 
-TEST(PluginHost, unloadsWithEverythingThatThePlugInsBrought) {
+TEST(PluginHost, UnloadsWithEverythingThatThePlugInsBrought) {
     for (int round = 0; round != 3; ++round) {
         {
             PluginHost plugins;
@@ -69,8 +69,8 @@ TEST(PluginHost, unloadsWithEverythingThatThePlugInsBrought) {
     }
 }
 
-TEST(PluginHost, passesOverAFileThatIsLoaded) {
-    const Folder folder;
+TEST(PluginHost, PassesOverAFileThatIsLoaded) {
+    const TemporaryFolder folder;
     std::filesystem::create_symlink(testPlugin("Bench"), folder.path() / "Again.so");
     PluginHost plugins;
     plugins.load(testPlugin("Bench"));
@@ -80,8 +80,8 @@ TEST(PluginHost, passesOverAFileThatIsLoaded) {
     EXPECT_EQ(plugins.failures().size(), 0U);
 }
 
-TEST(PluginHost, loadsAFolderInTheOrderOfNames) {
-    const Folder folder;
+TEST(PluginHost, LoadsAFolderInTheOrderOfNames) {
+    const TemporaryFolder folder;
     std::filesystem::create_symlink(testPlugin("Bench"), folder.path() / "b.so");
     std::filesystem::create_symlink(CORVANE_OWN_PLUGIN, folder.path() / "a.so");
     folder.write("c.txt", "no plug-in");
@@ -91,8 +91,8 @@ TEST(PluginHost, loadsAFolderInTheOrderOfNames) {
     EXPECT_EQ(plugins.failures().size(), 0U);
 }
 
-TEST(PluginHost, takesAFolderThatDoesNotExistForAnEmptyOne) {
-    const Folder folder;
+TEST(PluginHost, TakesAFolderThatDoesNotExistForAnEmptyOne) {
+    const TemporaryFolder folder;
     PluginHost plugins;
     plugins.loadFolder(folder.path() / "none");
     EXPECT_TRUE(plugins.skills().empty());
@@ -111,7 +111,7 @@ struct BrokenPlugin {
 class BrokenPluginTest : public testing::TestWithParam<BrokenPlugin> {};
 
 // A plug-in that cannot be loaded says why, leaves nothing behind and stops no other.
-TEST_P(BrokenPluginTest, isReportedAndLeavesTheOthersAlone) {
+TEST_P(BrokenPluginTest, IsReportedAndLeavesTheOthersAlone) {
     const auto file = testPlugin(GetParam().name);
     PluginHost plugins;
     plugins.load(testPlugin("Bench"));
@@ -128,21 +128,20 @@ TEST_P(BrokenPluginTest, isReportedAndLeavesTheOthersAlone) {
 
 INSTANTIATE_TEST_SUITE_P(
     PluginHost, BrokenPluginTest,
-    testing::Values(
-        BrokenPlugin{"MissingSymbol", "undefined symbol: corvaneSymbolThatNobodyHas"},
-        BrokenPlugin{"NoSkill", "it brings no skill"},
-        BrokenPlugin{"DuplicateName",
-                     "the skill name \"Bench\" is taken by " + testPlugin("Bench").string()},
-        BrokenPlugin{"DuplicateUuid", "the UUID of the skill \"Impostor\" is taken by " +
-                                          testPlugin("Bench").string()},
-        BrokenPlugin{"DuplicateClass", "the element class \"Thing\" is registered twice"},
-        BrokenPlugin{"ThrowingException", "the licence has ended"},
-        BrokenPlugin{"ThrowingNumber", "it threw what is no exception"},
-        BrokenPlugin{"Absent", "No such file or directory"}),
+    testing::Values(BrokenPlugin{"MissingSymbol", "undefined symbol: corvaneSymbolThatNobodyHas"},
+                    BrokenPlugin{"NoSkill", "it brings no skill"},
+                    BrokenPlugin{"DuplicateName", "the skill name “Bench” is taken by " +
+                                                      testPlugin("Bench").string()},
+                    BrokenPlugin{"DuplicateUuid", "the UUID of the skill “Impostor” is taken by " +
+                                                      testPlugin("Bench").string()},
+                    BrokenPlugin{"DuplicateClass", "the element class “Thing” is registered twice"},
+                    BrokenPlugin{"ThrowingException", "the licence has ended"},
+                    BrokenPlugin{"ThrowingNumber", "it threw what is no exception"},
+                    BrokenPlugin{"Absent", "No such file or directory"}),
     [](const auto& broken) { return broken.param.name; });
 
-TEST(PluginHost, reportsAFileThatIsNoModule) {
-    const Folder folder;
+TEST(PluginHost, ReportsAFileThatIsNoModule) {
+    const TemporaryFolder folder;
     PluginHost plugins;
     plugins.load(folder.write("text.so", "this is a text and not even a short one, by any means; "
                                          "the loader looks at its head and finds no module\n"));

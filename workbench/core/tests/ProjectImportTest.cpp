@@ -1,6 +1,6 @@
 #include "CoreTesting.hpp"
 
-#include "workbench/core/OpenForm.hpp"
+#include "workbench/core/project/OpenForm.hpp"
 
 #include <array>
 #include <random>
@@ -55,7 +55,7 @@ constexpr std::string_view kBench = R"({"@Skill.Bench.Rack": {"name": "r", "chil
 
 } // namespace
 
-TEST_F(ProjectImportTest, changesNothingWhenADocumentFailsHalfWay) {
+TEST_F(ProjectImportTest, ChangesNothingWhenADocumentFailsHalfWay) {
     // The beginning is good, would replace and rename, and brings what is waited for.
     const std::string good = R"({"@Skill.Bench.Box": {"name": "renamed", "id": "1", "children": [
             {"@Skill.Bench.Pin": {"name": "n", "id": "1", "value": "new", "peer": "later"}}]}},
@@ -67,15 +67,15 @@ TEST_F(ProjectImportTest, changesNothingWhenADocumentFailsHalfWay) {
         {R"({"elements": []})", "expected an array, found an object (line 1, column 1)"},
         {"[" + good + ", 3]", "expected an object, found a number (line 3, column 61)"},
         {"[" + good + R"(, {"@Skill.Bench.Shelf": {"name": "s"}}])",
-         R"(no loaded plug-in has the element class "@Skill.Bench.Shelf")"},
+         R"(no loaded plug-in has the element class “@Skill.Bench.Shelf”)"},
         {"[" + good + R"(, {"@Skill.Bench.Rack": {"name": "s"}}])",
          R"(member "@Skill.Bench.Rack": an element of this class cannot stand here )"
          "(line 3, column 61)"},
         {"[" + good + R"(, {"@Skill.Bench.Pin": {"name": "s", "volume": 1}}])",
-         R"(element "/r/s": unknown member "volume")"},
+         R"(element “/r/s”: unknown member “volume”)"},
         {"[" + good + R"(, {"@Skill.Bench.Box": {"name": "s", "children": [
             {"@Skill.Bench.Note": {"name": "t", "text": "unreadable"}}]}}])",
-         R"(element "/r/s/t": the note cannot be read)"},
+         R"(element “/r/s/t”: the note cannot be read)"},
     };
     for (const auto& [document, message] : documents) {
         auto project = load(kBench);
@@ -94,7 +94,43 @@ TEST_F(ProjectImportTest, changesNothingWhenADocumentFailsHalfWay) {
     }
 }
 
-TEST_F(ProjectImportTest, isWhatLoadingAgainGives) {
+// A file may declare a variable without a name. A project file holds none: its elements have been
+// given names.
+TEST_F(ProjectImportTest, GivesANameToWhatHasNone) {
+    auto project = load(kBench);
+    const std::string_view document =
+        R"([{"@Skill.Bench.Pin": {"name": "", "id": "7", "peer": "named"}},
+            {"@Skill.Bench.Box": {"name": "named", "id": "8", "children": [
+                {"@Skill.Bench.Pin": {"name": "", "id": "1", "value": "deep"}},
+                {"@Skill.Bench.Note": {"name": ""}}]}}])";
+    importDocument(project, project.element("/r"), std::string(document));
+    for (const auto* const path : {"/r/Unnamed", "/r/named/Unnamed", "/r/named/Unnamed 2"})
+        EXPECT_NE(project.model().findElement(path), nullptr) << path;
+    expectToBeAsReloaded(project);
+
+    const auto outcome = importDocument(project, project.element("/r"), std::string(document));
+    EXPECT_EQ(outcome.replaced, 3U);
+    EXPECT_EQ(outcome.top.front()->path(), "/r/Unnamed");
+}
+
+TEST(ImportExtension, IsWhatStandsBehindTheLastDot) {
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"a.db", ".db"},
+        {"A.DB", ".db"},
+        {"/p.x/a.Db", ".db"},
+        {"a.tar.gz", ".gz"},
+        {"a", ""},
+        {"/p.x/a", ""},
+        {"", ""},
+        {"a.", "."},
+        {".db", ".db"},
+        {"a.\u00c4", ".\u00c4"},
+    };
+    for (const auto& [file, extension] : cases)
+        EXPECT_EQ(importExtensionOf(file), extension) << file;
+}
+
+TEST_F(ProjectImportTest, IsWhatLoadingAgainGives) {
     auto project = load(R"({"@Skill.S7.PLC": {"name": "a~/b", "address": "x", "children": [
         {"@Skill.S7.Command": {"name": "Fast"}},
         {"@Skill.S7.DataBlock": {"name": "DB7", "DBNumber": 3, "children": [
@@ -180,7 +216,7 @@ private:
     std::mt19937 random_;
 };
 
-TEST_F(ProjectImportTest, isWhatLoadingAgainGivesWhateverIsImported) {
+TEST_F(ProjectImportTest, IsWhatLoadingAgainGivesWhateverIsImported) {
     for (unsigned seed = 0; seed != 300; ++seed) {
         SCOPED_TRACE(seed);
         RandomElements elements(seed);
@@ -202,7 +238,7 @@ TEST_F(ProjectImportTest, isWhatLoadingAgainGivesWhateverIsImported) {
     }
 }
 
-TEST_F(ProjectImportTest, findsTheElementsThatImportAFile) {
+TEST_F(ProjectImportTest, FindsTheElementsThatImportAFile) {
     auto project = load(R"({"@Skill.Bench.Rack": {"name": "r"}},
         {"@Skill.S7.PLC": {"name": "p", "children": [{"@Skill.S7.Command": {"name": "c"}}]}},
         {"@Skill.S7.PLC": {"name": "q"}})");
@@ -219,7 +255,7 @@ TEST_F(ProjectImportTest, findsTheElementsThatImportAFile) {
     EXPECT_EQ(pathsOf(importTargets(project, ".txt")), Paths{});
 }
 
-TEST_F(ProjectImportTest, makesAnElementThatImportsAFile) {
+TEST_F(ProjectImportTest, MakesAnElementThatImportsAFile) {
     Project project(plugins);
     const auto* const first = addImportTarget(project, ".db");
     ASSERT_NE(first, nullptr);

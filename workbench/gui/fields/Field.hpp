@@ -22,8 +22,15 @@ public:
     /// Shows what the control holds now.
     virtual void refresh() = 0;
 
+    /// Takes what is being typed as entered, as if the user had left the field.
+    virtual void commit() {}
+
     /// What the user has entered; nothing for a field that is only read.
     [[nodiscard]] virtual std::optional<ui::ControlValue> entered() const = 0;
+
+    /// The width in pixels that the control asks for, 0 where that is left to the form; nothing for
+    /// a field that is as wide as its text.
+    [[nodiscard]] virtual std::optional<int> preferredWidth() const { return 0; }
 
 signals:
     /// The user has entered something.

@@ -1,6 +1,6 @@
 #include "workbench/gui/fields/ReferenceField.hpp"
 
-#include "workbench/gui/Text.hpp"
+#include "workbench/gui/look/Text.hpp"
 
 #include <QSignalBlocker>
 

@@ -1,5 +1,7 @@
 #include "workbench/gui/fields/UnsignedSpinBox.hpp"
 
+#include <corvane/utils/string/Ascii.hpp>
+
 #include <QLineEdit>
 
 #include <algorithm>
@@ -28,9 +30,14 @@ void UnsignedSpinBox::setRange(std::uint64_t minimum, std::uint64_t maximum, std
     step_ = step;
 }
 
+void UnsignedSpinBox::setMinimumDigits(int digits) {
+    minimumDigits_ = digits;
+    setValue(value_);
+}
+
 void UnsignedSpinBox::setValue(qulonglong value) {
     value_ = value;
-    const auto text = QString::number(value);
+    const auto text = shown();
     if (lineEdit()->text() != text)
         lineEdit()->setText(text);
 }
@@ -61,7 +68,8 @@ QAbstractSpinBox::StepEnabled UnsignedSpinBox::stepEnabled() const {
 QValidator::State UnsignedSpinBox::validate(QString& input, int&) const {
     if (input.isEmpty())
         return QValidator::Intermediate;
-    if (!std::ranges::all_of(input, [](QChar c) { return c >= u'0' && c <= u'9'; }))
+    if (!std::ranges::all_of(input,
+                             [](QChar c) { return utils::string::ascii::isDigit(c.unicode()); }))
         return QValidator::Invalid;
     bool fits = false;
     const std::uint64_t number = input.toULongLong(&fits);
@@ -70,7 +78,7 @@ QValidator::State UnsignedSpinBox::validate(QString& input, int&) const {
     return isWithin(number) ? QValidator::Acceptable : QValidator::Intermediate;
 }
 
-void UnsignedSpinBox::fixup(QString& input) const { input = QString::number(value()); }
+void UnsignedSpinBox::fixup(QString& input) const { input = shown(); }
 
 void UnsignedSpinBox::takeText() {
     bool isNumber = false;
@@ -79,6 +87,10 @@ void UnsignedSpinBox::takeText() {
         enter(number);
     else
         setValue(value_);
+}
+
+QString UnsignedSpinBox::shown() const {
+    return QString::number(value_).rightJustified(minimumDigits_, QLatin1Char('0'));
 }
 
 void UnsignedSpinBox::enter(std::uint64_t value) {

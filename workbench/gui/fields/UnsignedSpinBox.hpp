@@ -17,8 +17,15 @@ public:
 
     void setRange(std::uint64_t minimum, std::uint64_t maximum, std::uint64_t step);
 
+    /// A number of fewer digits is shown with zeros in front.
+    void setMinimumDigits(int digits);
+
     [[nodiscard]] qulonglong value() const { return value_; }
     void setValue(qulonglong value);
+
+    /// Takes the number that stands in the line if it lies within the limits, else shows the value
+    /// again. Leaving the box and Enter do the same.
+    void takeText();
 
     void stepBy(int steps) override;
     QValidator::State validate(QString& input, int& position) const override;
@@ -32,8 +39,8 @@ protected:
     [[nodiscard]] StepEnabled stepEnabled() const override;
 
 private:
-    void takeText();
     void enter(std::uint64_t value);
+    [[nodiscard]] QString shown() const; // the value's text
     [[nodiscard]] bool isWithin(std::uint64_t value) const {
         return value >= minimum_ && value <= maximum_;
     }
@@ -42,6 +49,7 @@ private:
     std::uint64_t minimum_ = 0;
     std::uint64_t maximum_ = 0;
     std::uint64_t step_ = 1;
+    int minimumDigits_ = 0;
 };
 
 } // namespace corvane::workbench::gui

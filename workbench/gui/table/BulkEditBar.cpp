@@ -1,6 +1,7 @@
 #include "workbench/gui/table/BulkEditBar.hpp"
 
-#include "workbench/gui/Text.hpp"
+#include "workbench/gui/look/PlainText.hpp"
+#include "workbench/gui/look/Text.hpp"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -19,14 +20,14 @@ constexpr std::string_view kContext = "corvane::workbench::gui::BulkEditBar";
 BulkEditBar::BulkEditBar(ProjectSession& session, QWidget* parent)
     : QWidget(parent),
       session_(&session),
-      count_(new QLabel(this)),
+      count_(plainLabel(this)),
       which_(new QComboBox(this)),
       place_(new QHBoxLayout) {
     setObjectName(QStringLiteral("bulkEditBar"));
     setAccessibleName(translated(kContext, "Change the selected rows"));
     which_->setObjectName(QStringLiteral("bulkField"));
     which_->setAccessibleName(translated(kContext, "Field to change"));
-    auto* const to = new QLabel(translated(kContext, "to"), this);
+    auto* const to = plainLabel(this, translated(kContext, "to"));
     auto* const applyButton = new QPushButton(translated(kContext, "Apply"), this);
     applyButton->setObjectName(QStringLiteral("bulkApply"));
     auto* const closeButton = new QPushButton(translated(kContext, "Close"), this);
@@ -52,14 +53,14 @@ void BulkEditBar::setElements(std::vector<model::Element*> elements) {
         drop();
         return;
     }
-    const auto chosen = which_->currentText();
+    const auto chosen = which_->currentData();
     showField(-1);
     elements_ = std::move(elements);
     form_ = std::make_unique<core::OpenForm>(*elements_.front());
     count_->setText(
         counted(kContext, "Change, in 1 row,", "Change, in {} rows,", elements_.size()));
     offerFields();
-    if (const int index = which_->findText(chosen); index >= 0)
+    if (const int index = which_->findData(chosen); index >= 0)
         which_->setCurrentIndex(index);
     showField(which_->currentIndex());
 }
@@ -67,10 +68,9 @@ void BulkEditBar::setElements(std::vector<model::Element*> elements) {
 void BulkEditBar::offerFields() {
     const QSignalBlocker quiet(which_);
     which_->clear();
-    const auto controls = cellControls(*form_);
-    for (std::size_t i = 0; i != controls.size(); ++i)
-        if (readCell(*controls[i]).editable)
-            which_->addItem(toQt(controls[i]->texts().label), static_cast<qulonglong>(i));
+    for (auto* const control : cellControls(*form_))
+        if (readCell(*control).editable)
+            which_->addItem(toQt(control->texts().label), toQt(control->key()));
 }
 
 void BulkEditBar::showField(int index) {
@@ -80,8 +80,7 @@ void BulkEditBar::showField(int index) {
     }
     if (index < 0 || !form_)
         return;
-    const auto position = static_cast<std::size_t>(which_->itemData(index).toULongLong());
-    field_ = makeField(*cellControls(*form_)[position], this);
+    field_ = makeField(*form_->find(toUtf8(which_->itemData(index).toString())), this);
     field_->widget().setMinimumWidth(180);
     place_->addWidget(&field_->widget());
 }
@@ -91,8 +90,9 @@ void BulkEditBar::begin() { which_->setFocus(Qt::ShortcutFocusReason); }
 void BulkEditBar::apply() {
     if (field_ == nullptr || session_->isBusy())
         return;
+    field_->commit();
     if (const auto value = field_->entered())
-        session_->setFieldOfAll(elements_, {field_->control().texts().label, *value});
+        session_->setFieldOfAll(elements_, field_->control(), *value);
 }
 
 void BulkEditBar::drop() {

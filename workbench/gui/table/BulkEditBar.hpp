@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/core/OpenForm.hpp"
+#include "workbench/core/project/OpenForm.hpp"
 #include "workbench/gui/fields/Field.hpp"
 #include "workbench/gui/table/TableModel.hpp"
 

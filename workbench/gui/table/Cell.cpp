@@ -1,6 +1,6 @@
 #include "workbench/gui/table/Cell.hpp"
 
-#include "workbench/gui/Text.hpp"
+#include "workbench/gui/look/Text.hpp"
 
 #include <corvane/workbench/ui/Choice.hpp>
 #include <corvane/workbench/ui/InfoField.hpp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/core/OpenForm.hpp"
+#include "workbench/core/project/OpenForm.hpp"
 
 #include <QString>
 
@@ -15,7 +15,8 @@ struct Cell {
     bool editable = false;
 };
 
-/// The controls of a form that have a column: those that show a property, in form order.
+/// The controls of a form that have a column: those that show a property, in form order. They are
+/// the same for all elements of a class.
 [[nodiscard]] std::vector<ui::Control*> cellControls(const core::OpenForm& form);
 
 /// What a control shows now; an empty cell for one that is not visible.

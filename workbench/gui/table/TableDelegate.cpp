@@ -11,14 +11,19 @@ namespace corvane::workbench::gui {
 
 namespace {
 
-/// Keeps the form of an edited cell alive as long as the cell's editor.
+/// Keeps the form of an edited cell alive as long as the cell's editor, which the view destroys
+/// between events: a job may own the model by then.
 class KeptForm final : public QObject {
 public:
-    KeptForm(std::unique_ptr<core::OpenForm> form, QObject* parent)
-        : QObject(parent), form_(std::move(form)) {}
+    KeptForm(std::unique_ptr<core::OpenForm> form, BusyRunner& runner, QObject* parent)
+        : QObject(parent), form_(std::move(form)), runner_(&runner) {}
+    KeptForm(const KeptForm&) = delete;
+    KeptForm& operator=(const KeptForm&) = delete;
+    ~KeptForm() override { runner_->letGo(std::move(form_)); }
 
 private:
     std::unique_ptr<core::OpenForm> form_;
+    BusyRunner* runner_;
 };
 
 Field* fieldOf(const QWidget* editor) {
@@ -28,20 +33,19 @@ Field* fieldOf(const QWidget* editor) {
 } // namespace
 
 TableDelegate::TableDelegate(TableModel& model, QObject* parent)
-    : QStyledItemDelegate(parent), model_(&model) {}
+    : EntryDelegate(parent), model_(&model) {}
 
-QWidget* TableDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
-                                     const QModelIndex& index) const {
+QWidget* TableDelegate::makeEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) const {
     if (index.column() < kFixedColumns)
-        return QStyledItemDelegate::createEditor(parent, option, index);
+        return EntryDelegate::makeEditor(parent, option, index);
     auto form = std::make_unique<core::OpenForm>(model_->elementAt(index.row()));
-    const auto controls = cellControls(*form);
-    const auto column = static_cast<std::size_t>(index.column() - kFixedColumns);
-    if (column >= controls.size())
+    auto* const control = model_->controlOf(*form, index);
+    if (control == nullptr)
         return nullptr;
-    auto* const field = makeField(*controls[column], parent);
+    auto* const field = makeField(*control, parent);
     auto* const editor = &field->widget();
-    new KeptForm(std::move(form), editor);
+    new KeptForm(std::move(form), model_->runner(), editor);
     // A choice is an answer: nobody has to press Enter after it.
     if (qobject_cast<QComboBox*>(editor) != nullptr) {
         auto* const self = const_cast<TableDelegate*>(this);
@@ -62,14 +66,15 @@ void TableDelegate::setEditorData(QWidget* editor, const QModelIndex& index) con
 
 void TableDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                  const QModelIndex& index) const {
-    const auto* const field = fieldOf(editor);
+    auto* const field = fieldOf(editor);
     if (field == nullptr) {
         QStyledItemDelegate::setModelData(editor, model, index);
         return;
     }
+    field->commit();
     const auto value = field->entered();
     if (value && *value != field->control().value())
-        model_->enter(index, *value);
+        model_->enter(index, field->control(), *value);
 }
 
 void TableDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,

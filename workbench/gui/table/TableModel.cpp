@@ -1,7 +1,8 @@
 #include "workbench/gui/table/TableModel.hpp"
 
-#include "workbench/gui/Text.hpp"
-#include "workbench/gui/Theme.hpp"
+#include "workbench/gui/look/PlainText.hpp"
+#include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/look/Theme.hpp"
 
 #include <QGuiApplication>
 
@@ -56,13 +57,13 @@ void TableModel::takeRows() {
     order_->stop();
     beginResetModel();
     cells_.clear();
-    labels_.clear();
+    fields_.clear();
     rows_.clear();
     const auto group =
         std::ranges::find(source_->groups(), class_, &TableSource::Group::elementClass);
     if (group != source_->groups().end())
         rows_ = group->elements;
-    readLabels();
+    readFields();
     shown_.clear();
     shown_.reserve(rows_.size());
     for (std::uint32_t row = 0; row != rows_.size(); ++row)
@@ -71,12 +72,12 @@ void TableModel::takeRows() {
     reorder();
 }
 
-void TableModel::readLabels() {
+void TableModel::readFields() {
     if (rows_.empty())
         return;
     const core::OpenForm form(*rows_.front());
     for (const auto* const control : cellControls(form))
-        labels_.push_back(control->texts().label);
+        fields_.push_back({std::string(control->key()), toQt(control->texts().label)});
 }
 
 void TableModel::dropRows() {
@@ -137,9 +138,16 @@ const Cell* TableModel::formCell(const QModelIndex& index) const {
     return column < cells.size() ? &cells[column] : nullptr;
 }
 
-void TableModel::enter(const QModelIndex& index, const ui::ControlValue& value) {
+ui::Control* TableModel::controlOf(const core::OpenForm& form, const QModelIndex& index) const {
     const auto column = static_cast<std::size_t>(index.column() - kFixedColumns);
-    session_->setField(elementAt(index.row()), {labels_[column], value});
+    return index.column() < kFixedColumns || column >= fields_.size()
+               ? nullptr
+               : form.find(fields_[column].key);
+}
+
+void TableModel::enter(const QModelIndex& index, const ui::Control& control,
+                       ui::ControlValue value) {
+    session_->setField(elementAt(index.row()), control, std::move(value));
 }
 
 int TableModel::rowCount(const QModelIndex& parent) const {
@@ -147,7 +155,7 @@ int TableModel::rowCount(const QModelIndex& parent) const {
 }
 
 int TableModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kFixedColumns + static_cast<int>(labels_.size());
+    return parent.isValid() ? 0 : kFixedColumns + static_cast<int>(fields_.size());
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
@@ -169,6 +177,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
         return cell->text;
     case Qt::ToolTipRole:
+        return cell->error.isEmpty() ? QVariant() : QVariant(withoutFormat(cell->error));
     case Qt::AccessibleDescriptionRole:
         return cell->error.isEmpty() ? QVariant() : QVariant(cell->error);
     case Qt::DecorationRole:
@@ -197,7 +206,7 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
     if (section == static_cast<int>(FixedColumn::location))
         return translated(kContext, "Location");
     const auto column = static_cast<std::size_t>(section - kFixedColumns);
-    return column < labels_.size() ? toQt(labels_[column]) : QString();
+    return column < fields_.size() ? fields_[column].label : QString();
 }
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {

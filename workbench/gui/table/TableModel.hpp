@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/gui/Icons.hpp"
+#include "workbench/gui/look/Icons.hpp"
 #include "workbench/gui/table/Cell.hpp"
 #include "workbench/gui/table/TableOrder.hpp"
 #include "workbench/gui/table/TableSource.hpp"
@@ -20,6 +20,7 @@ public:
     TableModel(ProjectSession& session, ClassIcons& icons, QObject* parent);
 
     [[nodiscard]] TableSource& source() { return *source_; }
+    [[nodiscard]] BusyRunner& runner() const { return session_->runner(); }
 
     /// Shows the elements of a class; null for none.
     void setClass(const skill::Element::Class* elementClass);
@@ -32,11 +33,14 @@ public:
     /// The row of an element; below 0 if it has none.
     [[nodiscard]] int rowOf(const model::Element& element) const;
     [[nodiscard]] std::size_t unfilteredCount() const { return rows_.size(); }
-    /// The labels of the form, column by column behind the fixed ones.
-    [[nodiscard]] const std::vector<std::u16string>& labels() const { return labels_; }
+    /// Whether the form of the elements has fields, which are the columns behind the fixed ones.
+    [[nodiscard]] bool hasFields() const { return !fields_.empty(); }
+    /// The control of a form of the row's element that the column shows; null if it shows none.
+    [[nodiscard]] ui::Control* controlOf(const core::OpenForm& form,
+                                         const QModelIndex& index) const;
 
-    /// Gives a field of a row's element a value.
-    void enter(const QModelIndex& index, const ui::ControlValue& value);
+    /// Gives the field that a control of the row's element stands for a value.
+    void enter(const QModelIndex& index, const ui::Control& control, ui::ControlValue value);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -53,8 +57,14 @@ signals:
     void settled();
 
 private:
+    /// What names a column of the form, and what the user reads above it.
+    struct FieldColumn {
+        std::string key;
+        QString label;
+    };
+
     void takeRows();
-    void readLabels();
+    void readFields();
     void dropRows();
     void reorder();
     void refreshValues();
@@ -69,7 +79,7 @@ private:
     const skill::Element::Class* class_ = nullptr;
     std::vector<model::Element*> rows_;
     std::vector<std::uint32_t> shown_; // positions in rows_
-    std::vector<std::u16string> labels_;
+    std::vector<FieldColumn> fields_;
     mutable std::unordered_map<const model::Element*, std::vector<Cell>> cells_; // of seen rows
 };
 

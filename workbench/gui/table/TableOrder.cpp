@@ -1,6 +1,6 @@
 #include "workbench/gui/table/TableOrder.hpp"
 
-#include "workbench/gui/Text.hpp"
+#include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/table/Cell.hpp"
 
 #include <algorithm>
@@ -25,7 +25,12 @@ QString fixedCell(const model::Element& element, FixedColumn column) {
 
 TableOrder::TableOrder(ProjectSession& session, QObject* parent)
     : QObject(parent), session_(&session), slicer_(session.runner(), this) {
-    sorting_.setMaxThreadCount(1);
+    connect(this, &TableOrder::sortEnded, this, &TableOrder::takeSorted, Qt::QueuedConnection);
+}
+
+TableOrder::~TableOrder() {
+    if (sorter_.joinable())
+        sorter_.join();
 }
 
 void TableOrder::start(const std::vector<model::Element*>& rows, Wish wish) {
@@ -94,24 +99,37 @@ void TableOrder::sortRead() {
         finish(entries);
         return;
     }
-    sorting_.start([this, generation = generation_, direction = wish_.direction,
-                    entries = std::move(entries)]() mutable {
-        // Rows with the same text keep their order.
-        std::ranges::sort(entries, [direction](const Entry& a, const Entry& b) {
-            const auto& [first, second] =
-                direction == Qt::AscendingOrder ? std::tie(a, b) : std::tie(b, a);
-            if (comesBefore(first.text, second.text))
-                return true;
-            return a.row < b.row && !comesBefore(second.text, first.text);
-        });
-        QMetaObject::invokeMethod(
-            this,
-            [this, generation, sorted = std::move(entries)] {
-                if (generation == generation_)
-                    finish(sorted);
-            },
-            Qt::QueuedConnection);
+    // One sort after the other: each waits for the thread of the one before.
+    sorter_ = std::thread([this, before = std::move(sorter_), generation = generation_,
+                           direction = wish_.direction, entries = std::move(entries)]() mutable {
+        if (before.joinable())
+            before.join();
+        sort(entries, direction);
+        {
+            const std::lock_guard lock(mutex_);
+            sorted_ = {generation, std::move(entries)};
+        }
+        emit sortEnded(QPrivateSignal());
     });
+}
+
+// Rows with the same text keep their order.
+void TableOrder::sort(std::vector<Entry>& entries, Qt::SortOrder direction) {
+    std::ranges::sort(entries, [direction](const Entry& a, const Entry& b) {
+        const auto& [first, second] =
+            direction == Qt::AscendingOrder ? std::tie(a, b) : std::tie(b, a);
+        if (comesBefore(first.text, second.text))
+            return true;
+        return a.row < b.row && !comesBefore(second.text, first.text);
+    });
+}
+
+void TableOrder::takeSorted() {
+    std::unique_lock lock(mutex_);
+    const auto sorted = std::exchange(sorted_, std::nullopt);
+    lock.unlock();
+    if (sorted && sorted->generation == generation_)
+        finish(sorted->entries);
 }
 
 void TableOrder::finish(const std::vector<Entry>& entries) {

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "workbench/gui/ProjectSession.hpp"
-#include "workbench/gui/Slicer.hpp"
-#include "workbench/gui/TextMatch.hpp"
-
-#include <QThreadPool>
+#include "workbench/gui/look/TextMatch.hpp"
+#include "workbench/gui/session/ProjectSession.hpp"
+#include "workbench/gui/session/Slicer.hpp"
 
 #include <cstdint>
+#include <mutex>
+#include <optional>
+#include <thread>
 #include <vector>
 
 namespace corvane::workbench::gui {
@@ -19,7 +20,8 @@ inline constexpr int kFixedColumns = static_cast<int>(FixedColumn::count);
 [[nodiscard]] QString fixedCell(const model::Element& element, FixedColumn column);
 
 /// Finds out which rows of the table are shown, and in which order. What it needs of the elements
-/// it reads between events; the texts are then sorted on another thread.
+/// it reads between events; the texts are then sorted on another thread, which touches nothing of
+/// the model.
 class TableOrder : public QObject {
     Q_OBJECT
 
@@ -31,6 +33,8 @@ public:
     };
 
     TableOrder(ProjectSession& session, QObject* parent);
+    /// Waits for a thread that sorts.
+    ~TableOrder() override;
 
     /// Begins anew; `rows` must stay alive and unchanged until `ordered` or `stop`.
     void start(const std::vector<model::Element*>& rows, Wish wish);
@@ -43,20 +47,31 @@ signals:
     /// The shown rows, as positions in what `start` was given.
     void ordered(const std::vector<std::uint32_t>& order);
 
+    /// From the thread that has sorted.
+    void sortEnded(QPrivateSignal);
+
 private:
     struct Entry {
         std::uint32_t row;
         QString text;
     };
+    struct Sorted {
+        unsigned generation;
+        std::vector<Entry> entries;
+    };
 
     bool read(std::uint32_t& row);
     void readRow(std::uint32_t row);
     void sortRead();
+    static void sort(std::vector<Entry>& entries, Qt::SortOrder direction);
+    void takeSorted();
     void finish(const std::vector<Entry>& entries);
 
     ProjectSession* session_;
     Slicer slicer_;
-    QThreadPool sorting_;
+    std::thread sorter_; // the latest one
+    std::mutex mutex_;
+    std::optional<Sorted> sorted_; // guarded by mutex_
     const std::vector<model::Element*>* rows_ = nullptr;
     Wish wish_;
     TextMatch match_{QString()};

@@ -1,7 +1,8 @@
 #include "workbench/gui/table/TablePanel.hpp"
 
-#include "workbench/gui/FilterLine.hpp"
-#include "workbench/gui/Text.hpp"
+#include "workbench/gui/look/FilterLine.hpp"
+#include "workbench/gui/look/PlainText.hpp"
+#include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/table/TableDelegate.hpp"
 
 #include <QComboBox>
@@ -35,7 +36,7 @@ TablePanel::TablePanel(ProjectSession& session, ClassIcons& icons, const Actions
       classes_(new QComboBox(this)),
       filter_(new FilterLine(translated(kContext, "Filter by any cell"),
                              translated(kContext, "Filter the table by any cell"), this)),
-      count_(new QLabel(this)),
+      count_(plainLabel(this)),
       bulkEdit_(new BulkEditBar(session, this)) {
     filterLater_.setSingleShot(true);
     filterLater_.setInterval(kTypingPause);
@@ -49,7 +50,9 @@ void TablePanel::buildLayout() {
     view_->setObjectName(QStringLiteral("elementTable"));
     view_->setAccessibleName(translated(kContext, "Elements"));
     view_->setModel(model_);
-    view_->setItemDelegate(new TableDelegate(*model_, view_));
+    auto* const delegate = new TableDelegate(*model_, view_);
+    view_->setItemDelegate(delegate);
+    connect(session_, &ProjectSession::commitWanted, delegate, &TableDelegate::commit);
     view_->setAlternatingRowColors(true);
     view_->setSelectionBehavior(QAbstractItemView::SelectRows);
     view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -206,7 +209,7 @@ std::vector<model::Element*> TablePanel::selected() const {
 void TablePanel::updateBulkEdit() {
     if (session_->isBusy())
         return;
-    const bool any = view_->selectionModel()->hasSelection() && !model_->labels().empty();
+    const bool any = view_->selectionModel()->hasSelection() && model_->hasFields();
     (*actions_)[Command::changeSelected].setEnabled(any);
     bulkEdit_->setVisible(bulkEditWanted_ && any);
     if (bulkEditWanted_ && any)

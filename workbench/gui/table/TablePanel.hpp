@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/gui/Actions.hpp"
+#include "workbench/gui/look/Actions.hpp"
 #include "workbench/gui/table/BulkEditBar.hpp"
 #include "workbench/gui/table/TableModel.hpp"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "workbench/gui/ProjectSession.hpp"
-#include "workbench/gui/Slicer.hpp"
-#include "workbench/gui/TreeWalk.hpp"
+#include "workbench/gui/session/ProjectSession.hpp"
+#include "workbench/gui/session/Slicer.hpp"
+#include "workbench/gui/session/TreeWalk.hpp"
 
 #include <QTimer>
 

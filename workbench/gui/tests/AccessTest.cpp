@@ -26,7 +26,7 @@ QList<QMenu*> menuBarMenus(const QMainWindow& window) {
 
 } // namespace
 
-TEST_F(GuiTest, everyFieldAndListHasANameForScreenReaders) {
+TEST_F(GuiTest, EveryFieldAndListHasANameForScreenReaders) {
     importExample();
     select("/PLC/Line/OrderNumber");
     trigger(Command::showTable);
@@ -52,7 +52,7 @@ TEST_F(GuiTest, everyFieldAndListHasANameForScreenReaders) {
         }
 }
 
-TEST_F(GuiTest, everyCommandIsInAMenuAndNoShortcutIsUsedTwice) {
+TEST_F(GuiTest, EveryCommandIsInAMenuAndNoShortcutIsUsedTwice) {
     QStringList keys;
     QList<QAction*> inMenus;
     for (auto* const menu : menuBarMenus(window()))
@@ -68,7 +68,7 @@ TEST_F(GuiTest, everyCommandIsInAMenuAndNoShortcutIsUsedTwice) {
     }
 }
 
-TEST_F(GuiTest, everyTextPassesThroughTranslation) {
+TEST_F(GuiTest, EveryTextPassesThroughTranslation) {
     i18n::setTranslator([](std::string_view, std::string_view text) {
         return std::optional(u"«" + std::u16string(text.begin(), text.end()) + u"»");
     });

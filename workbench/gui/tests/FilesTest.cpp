@@ -1,6 +1,6 @@
 #include "GuiTesting.hpp"
 
-#include "workbench/gui/Settings.hpp"
+#include "workbench/gui/session/Settings.hpp"
 
 #include <QProcess>
 #include <QPushButton>
@@ -23,7 +23,7 @@ protected:
 
 } // namespace
 
-TEST_F(FilesTest, nothingUnsavedIsLostWithoutAQuestion) {
+TEST_F(FilesTest, NothingUnsavedIsLostWithoutAQuestion) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     EXPECT_TRUE(window().isWindowModified());
 
@@ -48,7 +48,7 @@ TEST_F(FilesTest, nothingUnsavedIsLostWithoutAQuestion) {
     EXPECT_FALSE(window().isVisible());
 }
 
-TEST_F(FilesTest, aSaveThatIsThoughtBetterOfKeepsTheWindow) {
+TEST_F(FilesTest, ASaveThatIsThoughtBetterOfKeepsTheWindow) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     dialogs_.unsaved = Dialogs::Unsaved::save;
     dialogs_.projectToSave.clear();
@@ -56,7 +56,7 @@ TEST_F(FilesTest, aSaveThatIsThoughtBetterOfKeepsTheWindow) {
     EXPECT_NE(element("/PLC"), nullptr);
 }
 
-TEST_F(FilesTest, aBrokenFileIsReportedAndTheProjectStays) {
+TEST_F(FilesTest, ABrokenFileIsReportedAndTheProjectStays) {
     saved("good.json");
     window().openFiles({writeFile("broken.json", "{\"corvane\":1,")});
     settle();
@@ -65,7 +65,7 @@ TEST_F(FilesTest, aBrokenFileIsReportedAndTheProjectStays) {
     EXPECT_TRUE(window().windowTitle().startsWith("good.json"));
 }
 
-TEST_F(FilesTest, aFileThatChangedOnDiskIsToldOfAndReadAgain) {
+TEST_F(FilesTest, AFileThatChangedOnDiskIsToldOfAndReadAgain) {
     saved("shared.json");
     auto content = readFile(path("shared.json"));
     writeFile("shared.json", content.replace("\"PLC\"", "\"Renamed\""));
@@ -75,7 +75,7 @@ TEST_F(FilesTest, aFileThatChangedOnDiskIsToldOfAndReadAgain) {
     EXPECT_TRUE(settleUntil([&] { return element("/Renamed") != nullptr; }));
 }
 
-TEST_F(FilesTest, aFileThatChangedOnDiskIsNotOverwrittenUnasked) {
+TEST_F(FilesTest, AFileThatChangedOnDiskIsNotOverwrittenUnasked) {
     saved("shared.json");
     select("/PLC");
     type("Address", "10.0.0.1");
@@ -91,7 +91,7 @@ TEST_F(FilesTest, aFileThatChangedOnDiskIsNotOverwrittenUnasked) {
     EXPECT_FALSE(window().isWindowModified());
 }
 
-TEST_F(FilesTest, undoingToTheSavedStateTakesTheMarkAway) {
+TEST_F(FilesTest, UndoingToTheSavedStateTakesTheMarkAway) {
     saved("mark.json");
     select("/PLC");
     type("Address", "10.0.0.1");
@@ -100,7 +100,7 @@ TEST_F(FilesTest, undoingToTheSavedStateTakesTheMarkAway) {
     EXPECT_FALSE(window().isWindowModified());
 }
 
-TEST_F(FilesTest, projectsAndLayoutAreRemembered) {
+TEST_F(FilesTest, ProjectsAndLayoutAreRemembered) {
     saved("first.json");
     saved("second.json");
     EXPECT_EQ(settings::recentProjects(), QStringList({path("second.json"), path("first.json")}));
@@ -119,7 +119,7 @@ TEST_F(FilesTest, projectsAndLayoutAreRemembered) {
     EXPECT_EQ(qobject_cast<QSplitter*>(child<TreePanel>().parentWidget())->sizes(), sizes);
 }
 
-TEST_F(FilesTest, unsavedWorkSurvivesACrash) {
+TEST_F(FilesTest, UnsavedWorkSurvivesACrash) {
     const int status =
         QProcess::execute(QCoreApplication::applicationFilePath(), {"--crash", path("recovery")});
     ASSERT_EQ(status, 1);
@@ -133,7 +133,20 @@ TEST_F(FilesTest, unsavedWorkSurvivesACrash) {
     EXPECT_EQ(dialogs_.confirmed.size(), 1);
 }
 
-TEST_F(FilesTest, unsavedWorkThatIsNotWantedIsGone) {
+// It takes a while until a large project stands, and only then its work is kept anew.
+TEST_F(FilesTest, UnsavedWorkOfALargeProjectSurvivesASecondCrash) {
+    ASSERT_TRUE(QDir().mkpath(path("recovery")));
+    const auto left = writeFile("recovery/left.json", largeProject());
+    dialogs_.agree = true;
+    window().offerRecovery();
+    ASSERT_TRUE(settleUntil([&] { return element("/P/B/i29999") != nullptr; }));
+    const auto kept = QDir(path("recovery")).entryInfoList({"*.json"}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_NE(kept.front().absoluteFilePath(), left);
+    EXPECT_TRUE(readFile(kept.front().absoluteFilePath()).contains("\"i29999\""));
+}
+
+TEST_F(FilesTest, UnsavedWorkThatIsNotWantedIsGone) {
     ASSERT_EQ(
         QProcess::execute(QCoreApplication::applicationFilePath(), {"--crash", path("recovery")}),
         1);
@@ -144,7 +157,7 @@ TEST_F(FilesTest, unsavedWorkThatIsNotWantedIsGone) {
     EXPECT_TRUE(QDir(path("recovery")).entryList(QDir::Files).isEmpty());
 }
 
-TEST_F(FilesTest, aProgramThatEndsInGoodOrderLeavesNothingBehind) {
+TEST_F(FilesTest, AProgramThatEndsInGoodOrderLeavesNothingBehind) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     window().recovery().keepNow();
     EXPECT_FALSE(QDir(path("recovery")).entryList({"*.json"}, QDir::Files).isEmpty());
@@ -155,7 +168,7 @@ TEST_F(FilesTest, aProgramThatEndsInGoodOrderLeavesNothingBehind) {
     EXPECT_TRUE(dialogs_.confirmed.isEmpty());
 }
 
-TEST_F(FilesTest, theThemeIsChangedAtOnceAndRemembered) {
+TEST_F(FilesTest, TheThemeIsChangedAtOnceAndRemembered) {
     trigger(Command::themeDark);
     EXPECT_TRUE(isDark(window().palette()));
     EXPECT_EQ(settings::theme(), Theme::dark);

@@ -14,6 +14,7 @@ namespace corvane::workbench::gui {
 namespace {
 
 struct Row {
+    const char* key;
     const char* label;
     const char* widget; // its class
     const char* description;
@@ -21,13 +22,13 @@ struct Row {
 };
 
 constexpr std::array kPlcRows{
-    Row{"Address", "QLineEdit", "The network address used by the S7 plc",
+    Row{"address", "Address", "QLineEdit", "The network address used by the S7 plc",
         "This field shows the network address of the S7 plc."},
-    Row{"Rack number", "corvane::workbench::gui::UnsignedSpinBox", "The rack number of the S7 plc",
-        "This field shows the rack number of the S7 plc."},
-    Row{"Slot number", "corvane::workbench::gui::UnsignedSpinBox", "The slot number of the S7 plc",
-        "This field shows the slot number of the S7 plc."},
-    Row{"Import DB File", "QPushButton",
+    Row{"rack", "Rack number", "corvane::workbench::gui::UnsignedSpinBox",
+        "The rack number of the S7 plc", "This field shows the rack number of the S7 plc."},
+    Row{"slot", "Slot number", "corvane::workbench::gui::UnsignedSpinBox",
+        "The slot number of the S7 plc", "This field shows the slot number of the S7 plc."},
+    Row{"import", "Import DB File", "QPushButton",
         "This button allows you to import the data blocks defined in a .db file in structured "
         "text format. Such files can be exported from within the TIA Portal PLC programming "
         "environment, for example.",
@@ -35,23 +36,24 @@ constexpr std::array kPlcRows{
 };
 
 constexpr std::array kDataBlockRows{
-    Row{"DB number", "corvane::workbench::gui::UnsignedSpinBox", "The DB number of the data block",
-        "This field shows the DB number of the data block."},
+    Row{"dbNumber", "DB number", "corvane::workbench::gui::UnsignedSpinBox",
+        "The DB number of the data block", "This field shows the DB number of the data block."},
 };
 
 constexpr std::array kItemRows{
-    Row{"Data type", "QComboBox", "The data type for the data item",
+    Row{"dataType", "Data type", "QComboBox", "The data type for the data item",
         "This field shows the data type used by the data item."},
-    Row{"String size", "corvane::workbench::gui::UnsignedSpinBox",
+    Row{"stringSize", "String size", "corvane::workbench::gui::UnsignedSpinBox",
         "The number of characters in case the item is a String or WString",
         "This field shows the number of characters in case the data item is a String or WString."},
-    Row{"Address", "QLineEdit", "The data item address",
+    Row{"address", "Address", "QLineEdit", "The data item address",
         "This field shows the address of the data item."},
-    Row{"Effective address", "QLineEdit", "The effective address of the data item",
+    Row{"effectiveAddress", "Effective address", "QLineEdit",
+        "The effective address of the data item",
         "This field shows the effective address of the data item."},
-    Row{"Writable", "QComboBox", "The writable flag",
+    Row{"writable", "Writable", "QComboBox", "The writable flag",
         "This field shows if the data item is writable."},
-    Row{"Command", "corvane::workbench::gui::LateComboBox", "The data item command",
+    Row{"command", "Command", "corvane::workbench::gui::LateComboBox", "The data item command",
         "This field shows the command attached to this data item."},
 };
 
@@ -66,7 +68,7 @@ protected:
         for (std::size_t i = 0; i != rows.size(); ++i) {
             const auto& row = rows[i];
             const auto& widget = shownRows[static_cast<qsizetype>(i)]->field().widget();
-            EXPECT_EQ(widget.objectName(), row.label);
+            EXPECT_EQ(widget.objectName(), row.key);
             EXPECT_STREQ(widget.metaObject()->className(), row.widget) << row.label;
             EXPECT_EQ(widget.toolTip(), row.description);
             EXPECT_EQ(widget.whatsThis(), row.help);
@@ -83,10 +85,8 @@ protected:
     }
 
     bool isShown(const char* label) {
-        for (auto* const row : child<FormPanel>().findChildren<FormRow*>())
-            if (row->field().widget().objectName() == label)
-                return row->isVisible();
-        return false;
+        const auto* const row = rowOf(label);
+        return row != nullptr && row->isVisible();
     }
 
     /// The end of a line's selection at which the cursor is not; the cursor where none is selected.
@@ -109,7 +109,7 @@ protected:
 
 } // namespace
 
-TEST_F(FormRowsTest, thePlcForm) {
+TEST_F(FormRowsTest, ThePlcForm) {
     select("/PLC");
     expectRows(kPlcRows);
     EXPECT_EQ(field<QLineEdit>("Address")->placeholderText(), "enter the address");
@@ -121,7 +121,7 @@ TEST_F(FormRowsTest, thePlcForm) {
     EXPECT_EQ(stepsTo("Slot number"), std::pair(0ull, 31ull));
 }
 
-TEST_F(FormRowsTest, theDataBlockForm) {
+TEST_F(FormRowsTest, TheDataBlockForm) {
     select("/PLC/Line");
     expectRows(kDataBlockRows);
     EXPECT_EQ(stepsTo("DB number"), std::pair(1ull, 65535ull));
@@ -134,7 +134,7 @@ TEST_F(FormRowsTest, theDataBlockForm) {
     EXPECT_EQ(number->value(), 1u);
 }
 
-TEST_F(FormRowsTest, theItemForm) {
+TEST_F(FormRowsTest, TheItemForm) {
     select("/PLC/Line/Enabled");
     expectRows(kItemRows);
     const QStringList types{"Boolean",
@@ -165,7 +165,7 @@ TEST_F(FormRowsTest, theItemForm) {
     EXPECT_TRUE(field<QLineEdit>("Effective address")->isReadOnly());
 }
 
-TEST_F(FormRowsTest, theCommandChooserOffersTheCommandsOfThePlc) {
+TEST_F(FormRowsTest, TheCommandChooserOffersTheCommandsOfThePlc) {
     addFromMenu("addButton", QStringLiteral("S7 Compatible PLC"));
     addFromMenu("addButton", QStringLiteral("Command"));
     ASSERT_NE(element("/PLC 2/Command"), nullptr);
@@ -179,7 +179,7 @@ TEST_F(FormRowsTest, theCommandChooserOffersTheCommandsOfThePlc) {
     box->hidePopup();
 }
 
-TEST_F(FormRowsTest, aPastedAddressLosesItsPrefixAndTheCursorFollows) {
+TEST_F(FormRowsTest, APastedAddressLosesItsPrefixAndTheCursorFollows) {
     select("/PLC/Line/Enabled");
     auto* const line = field<QLineEdit>("Address");
     line->setFocus();
@@ -203,7 +203,7 @@ TEST_F(FormRowsTest, aPastedAddressLosesItsPrefixAndTheCursorFollows) {
     EXPECT_EQ(anchorOf(*line), 0);
 }
 
-TEST_F(FormRowsTest, theCursorStaysWhereTextIsTyped) {
+TEST_F(FormRowsTest, TheCursorStaysWhereTextIsTyped) {
     select("/PLC");
     type("Address", "ad");
     auto* const line = field<QLineEdit>("Address");
@@ -221,7 +221,7 @@ TEST_F(FormRowsTest, theCursorStaysWhereTextIsTyped) {
     EXPECT_EQ(shown("Address"), "");
 }
 
-TEST_F(FormRowsTest, whatIsTypedBackToWhatItWasIsNoStep) {
+TEST_F(FormRowsTest, WhatIsTypedBackToWhatItWasIsNoStep) {
     select("/PLC");
     const auto before = action(Command::undo).text();
     type("Address", "a");
@@ -233,7 +233,7 @@ TEST_F(FormRowsTest, whatIsTypedBackToWhatItWasIsNoStep) {
     EXPECT_EQ(errorAt("Address"), "Please enter the network address of the target PLC");
 }
 
-TEST_F(FormRowsTest, theStringSizeIsShownForTextsOnly) {
+TEST_F(FormRowsTest, TheStringSizeIsShownForTextsOnly) {
     select("/PLC/Line/Enabled");
     EXPECT_FALSE(isShown("String size"));
     EXPECT_TRUE(isShown("Effective address"));
@@ -250,7 +250,7 @@ TEST_F(FormRowsTest, theStringSizeIsShownForTextsOnly) {
     EXPECT_FALSE(isShown("String size"));
 }
 
-TEST_F(FormRowsTest, scrollingAFormDoesNotChangeTheValuesUnderThePointer) {
+TEST_F(FormRowsTest, ScrollingAFormDoesNotChangeTheValuesUnderThePointer) {
     select("/PLC/Line/Enabled");
     auto* const box = field<QComboBox>("Data type");
     EXPECT_EQ(box->focusPolicy(), Qt::StrongFocus); // not the wheel's
@@ -269,7 +269,21 @@ TEST_F(FormRowsTest, scrollingAFormDoesNotChangeTheValuesUnderThePointer) {
     EXPECT_EQ(box->currentText(), "Byte");
 }
 
-TEST_F(FormRowsTest, aStandaloneItemHasNoEffectiveAddress) {
+TEST_F(FormRowsTest, ANumberIsShownWithTheDigitsThatItsFieldAsksFor) {
+    UnsignedSpinBox box(nullptr);
+    box.setRange(0, 1000, 1);
+    box.setMinimumDigits(3);
+    EXPECT_EQ(box.text(), "000");
+    box.setValue(7);
+    EXPECT_EQ(box.text(), "007");
+    box.setValue(1000);
+    EXPECT_EQ(box.text(), "1000");
+    QString typed;
+    box.fixup(typed);
+    EXPECT_EQ(typed, "1000");
+}
+
+TEST_F(FormRowsTest, AStandaloneItemHasNoEffectiveAddress) {
     select("/PLC");
     addFromMenu("addButton", QStringLiteral("Data Item"));
     EXPECT_FALSE(isShown("Effective address"));
@@ -280,7 +294,7 @@ TEST_F(FormRowsTest, aStandaloneItemHasNoEffectiveAddress) {
     EXPECT_EQ(errorAt("Address"), "");
 }
 
-TEST_F(FormRowsTest, aStoredValueOutsideTheLimitsIsShownAsItIs) {
+TEST_F(FormRowsTest, AStoredValueOutsideTheLimitsIsShownAsItIs) {
     window().openFiles({writeFile("wide.json", R"({"corvane":1,"elements":[{"@Skill.S7.PLC":
         {"name":"Wide","address":"a","rack":200,"slot":1,"children":[
         {"@Skill.S7.Item":{"name":"Note","dataType":"String","stringSize":18446744073709551615}}

@@ -1,7 +1,7 @@
 #include "GuiTesting.hpp"
 
-#include "workbench/gui/Slicer.hpp"
-#include "workbench/gui/Text.hpp"
+#include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/session/Slicer.hpp"
 #include "workbench/gui/table/TableOrder.hpp"
 
 #include <QElapsedTimer>
@@ -68,11 +68,13 @@ bool GuiTest::isAtWork() {
 }
 
 bool GuiTest::settleUntil(const std::function<bool()>& condition) {
+    // A condition may ask the project, which is a job's own while one runs.
+    const auto holds = [&] { return !session().isBusy() && condition(); };
     QElapsedTimer patience;
     patience.start();
-    while (!condition() && patience.elapsed() < kPatience)
+    while (!holds() && patience.elapsed() < kPatience)
         settle();
-    return condition();
+    return holds();
 }
 
 QString GuiTest::writeFile(const char* file, const QByteArray& content) const {
@@ -86,6 +88,16 @@ QByteArray GuiTest::readFile(const QString& file) {
     QFile read(file);
     EXPECT_TRUE(read.open(QIODevice::ReadOnly)) << file.toStdString();
     return read.readAll();
+}
+
+QByteArray GuiTest::largeProject() {
+    QByteArray items;
+    for (int i = 0; i != 30'000; ++i)
+        items += QByteArray(i == 0 ? "" : ",") + R"({"@Skill.S7.Item":{"name":"i)" +
+                 QByteArray::number(i) + R"(","address":"DB0"}})";
+    return R"({"corvane":1,"elements":[{"@Skill.S7.PLC":{"name":"P","children":[)"
+           R"({"@Skill.S7.DataBlock":{"name":"B","DBNumber":3,"children":[)" +
+           items + "]}}]}}]}";
 }
 
 QString GuiTest::example(const char* file) {
@@ -141,8 +153,22 @@ void GuiTest::select(const char* elementPath) {
     settle();
 }
 
+FormRow* GuiTest::rowOf(const char* label) {
+    for (auto* const row : child<FormPanel>().findChildren<FormRow*>())
+        if (toQt(row->field().control().texts().label) == QString::fromUtf8(label))
+            return row;
+    return nullptr;
+}
+
+const QLabel* GuiTest::errorLabel(const char* label) {
+    const auto* const row = rowOf(label);
+    return row == nullptr ? nullptr
+                          : row->findChild<QLabel*>(row->field().widget().objectName() +
+                                                    QStringLiteral(" error"));
+}
+
 QString GuiTest::errorAt(const char* label) {
-    const auto* const error = field<QLabel>((std::string(label) + " error").c_str());
+    const auto* const error = errorLabel(label);
     return error == nullptr || error->isHidden() ? QString() : error->text();
 }
 

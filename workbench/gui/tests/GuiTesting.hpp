@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/gui/MainWindow.hpp"
+#include "workbench/gui/window/MainWindow.hpp"
 
 #include <QAbstractItemView>
 #include <QLineEdit>
@@ -11,6 +11,8 @@
 
 #include <functional>
 #include <memory>
+
+class QLabel;
 
 namespace corvane::workbench::gui {
 
@@ -74,6 +76,8 @@ protected:
     [[nodiscard]] QString path(const char* file) const { return folder_.filePath(file); }
     QString writeFile(const char* file, const QByteArray& content) const;
     static QByteArray readFile(const QString& file);
+    /// A project that is worked on beside the window: "/P/B/i0" to "/P/B/i29999".
+    static QByteArray largeProject();
     static QString example(const char* file);
 
     QAction& action(Command command);
@@ -88,10 +92,15 @@ protected:
     /// The widget of the shown form's field with this label; null if there is none.
     template <class Widget = QWidget>
     Widget* field(const char* label) {
-        return child<FormPanel>().template findChild<Widget*>(QString::fromUtf8(label));
+        auto* const row = rowOf(label);
+        return row == nullptr ? nullptr : dynamic_cast<Widget*>(&row->field().widget());
     }
+    /// The row of the shown form with this label, the first one if there are several; null if there
+    /// is none.
+    FormRow* rowOf(const char* label);
     /// The error shown at a field; empty for none.
     QString errorAt(const char* label);
+    const QLabel* errorLabel(const char* label);
     void type(const char* label, const char* text);
     /// What an info or text field shows.
     QString shown(const char* label);

@@ -1,6 +1,6 @@
 #include "GuiTesting.hpp"
 
-#include "workbench/gui/Theme.hpp"
+#include "workbench/gui/look/Theme.hpp"
 
 #include <QImage>
 #include <QLabel>
@@ -56,7 +56,7 @@ protected:
 
 } // namespace
 
-TEST_F(LooksTest, textsCanBeReadInBothThemes) {
+TEST_F(LooksTest, TextsCanBeReadInBothThemes) {
     for (const auto theme : {Command::themeLight, Command::themeDark}) {
         trigger(theme);
         const auto palette = window().palette();
@@ -66,9 +66,9 @@ TEST_F(LooksTest, textsCanBeReadInBothThemes) {
     }
 }
 
-TEST_F(LooksTest, anErrorTakesTheColourOfANewTheme) {
+TEST_F(LooksTest, AnErrorTakesTheColourOfANewTheme) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
-    const auto* const error = field<QLabel>("Address error");
+    const auto* const error = errorLabel("Address");
     for (const auto theme : {Command::themeDark, Command::themeLight}) {
         trigger(theme);
         EXPECT_EQ(error->palette().color(error->foregroundRole()),
@@ -76,7 +76,7 @@ TEST_F(LooksTest, anErrorTakesTheColourOfANewTheme) {
     }
 }
 
-TEST_F(LooksTest, aNoticeShowsItsKindByItsColour) {
+TEST_F(LooksTest, ANoticeShowsItsKindByItsColour) {
     importExample();
     const auto information = noticeBackground();
     EXPECT_GT(information.blue(), information.red());
@@ -88,7 +88,7 @@ TEST_F(LooksTest, aNoticeShowsItsKindByItsColour) {
     EXPECT_GT(error.red(), error.blue());
 }
 
-TEST_F(LooksTest, theIconOfASelectedLineDoesNotDrownInIt) {
+TEST_F(LooksTest, TheIconOfASelectedLineDoesNotDrownInIt) {
     importExample();
     const auto icon = tree().model()->index(0, 0).data(Qt::DecorationRole).value<QIcon>();
     const auto bodyIn = [&](QIcon::Mode mode) {

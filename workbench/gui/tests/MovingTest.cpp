@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(MovingTest, theKeyboardMovesElementsAmongTheirSiblings) {
+TEST_F(MovingTest, TheKeyboardMovesElementsAmongTheirSiblings) {
     const QStringList before{"Default Command", "Line", "Filler", "Recipe", "DB50"};
     ASSERT_EQ(namesBelow("/PLC"), before);
     child<TreePanel>().select({element("/PLC/Filler"), element("/PLC/Recipe")});
@@ -43,7 +43,7 @@ TEST_F(MovingTest, theKeyboardMovesElementsAmongTheirSiblings) {
     EXPECT_EQ(namesBelow("/PLC"), before);
 }
 
-TEST_F(MovingTest, theKeyboardMovesElementsToWhereTheyAreAccepted) {
+TEST_F(MovingTest, TheKeyboardMovesElementsToWhereTheyAreAccepted) {
     EXPECT_FALSE(action(Command::putHere).isEnabled());
     select("/PLC/Line/Enabled");
     press(Qt::Key_X, Qt::ControlModifier);
@@ -58,7 +58,7 @@ TEST_F(MovingTest, theKeyboardMovesElementsToWhereTheyAreAccepted) {
     EXPECT_FALSE(action(Command::putHere).isEnabled());
 }
 
-TEST_F(MovingTest, whatAnElementDoesNotAcceptIsPutBehindIt) {
+TEST_F(MovingTest, WhatAnElementDoesNotAcceptIsPutBehindIt) {
     select("/PLC/Line/Enabled");
     press(Qt::Key_X, Qt::ControlModifier);
     select("/PLC/Line/EmergencyStop");
@@ -67,7 +67,7 @@ TEST_F(MovingTest, whatAnElementDoesNotAcceptIsPutBehindIt) {
               QStringList({"Running", "EmergencyStop", "Enabled", "SpeedSetpoint"}));
 }
 
-TEST_F(MovingTest, whatIsNoLongerThereCannotBePut) {
+TEST_F(MovingTest, WhatIsNoLongerThereCannotBePut) {
     select("/PLC/Line");
     press(Qt::Key_X, Qt::ControlModifier);
     EXPECT_TRUE(action(Command::putHere).isEnabled());
@@ -82,7 +82,7 @@ TEST_F(MovingTest, whatIsNoLongerThereCannotBePut) {
     EXPECT_FALSE(action(Command::putHere).isEnabled());
 }
 
-TEST_F(MovingTest, theDeleteKeyIsTheTextsWhileANameIsTyped) {
+TEST_F(MovingTest, TheDeleteKeyIsTheTextsWhileANameIsTyped) {
     select("/PLC/Line");
     press(Qt::Key_F2);
     auto* const editor = tree().viewport()->findChild<QLineEdit*>();

@@ -2,7 +2,7 @@
 
 namespace corvane::workbench::gui {
 
-TEST_F(GuiTest, aClickOnAProblemLeadsToItsField) {
+TEST_F(GuiTest, AClickOnAProblemLeadsToItsField) {
     importExample();
     select("/PLC/Line/SpeedSetpoint");
     type("Address", "MW4");
@@ -24,7 +24,7 @@ TEST_F(GuiTest, aClickOnAProblemLeadsToItsField) {
     EXPECT_EQ(problems().model()->rowCount(), 1);
 }
 
-TEST_F(GuiTest, problemsGoWithTheirElement) {
+TEST_F(GuiTest, ProblemsGoWithTheirElement) {
     importExample();
     EXPECT_EQ(problems().model()->rowCount(), 1);
     select("/PLC");

@@ -22,7 +22,7 @@ QByteArray runCommandLine(const QStringList& arguments) {
 
 } // namespace
 
-TEST_F(GuiTest, aUserBuildsAProjectFromNothing) {
+TEST_F(GuiTest, AUserBuildsAProjectFromNothing) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     ASSERT_NE(element("/PLC"), nullptr);
     EXPECT_EQ(errorAt("Address"), "Please enter the network address of the target PLC");
@@ -75,7 +75,7 @@ TEST_F(GuiTest, aUserBuildsAProjectFromNothing) {
               runCommandLine({"show", path("other.json"), "--json"}));
 }
 
-TEST_F(GuiTest, whatIsTypedInOneVisitIsOneStep) {
+TEST_F(GuiTest, WhatIsTypedInOneVisitIsOneStep) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     type("Address", "10.0.0.1");
     trigger(Command::undo);
@@ -88,7 +88,7 @@ TEST_F(GuiTest, whatIsTypedInOneVisitIsOneStep) {
     EXPECT_EQ(element("/PLC"), nullptr);
 }
 
-TEST_F(GuiTest, undoIsTheProjectsEvenInATextLine) {
+TEST_F(GuiTest, UndoIsTheProjectsEvenInATextLine) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     type("Address", "10.0.0.1");
     QTest::keyClick(field<QLineEdit>("Address"), Qt::Key_Z, Qt::ControlModifier);
@@ -100,7 +100,7 @@ TEST_F(GuiTest, undoIsTheProjectsEvenInATextLine) {
     EXPECT_EQ(shown("Address"), "10.0.0.1");
 }
 
-TEST_F(GuiTest, aFailedImportSaysWhyAndChangesNothing) {
+TEST_F(GuiTest, AFailedImportSaysWhyAndChangesNothing) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     dialogs_.fileToImport = writeFile("broken.db", "DATA_BLOCK \"x\" STRUCT a : Nonsense;");
     const auto undoBefore = session().editor().undoText();
@@ -112,14 +112,27 @@ TEST_F(GuiTest, aFailedImportSaysWhyAndChangesNothing) {
     EXPECT_EQ(session().editor().undoText(), undoBefore);
 }
 
-TEST_F(GuiTest, aFileDroppedOnAnEmptyWindowMakesItsElement) {
+TEST_F(GuiTest, TheButtonThatWasPressedReadsTheFileWhateverItIsCalled) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    const auto source = readFile(example("bottling-line.db"));
+    for (const char* const name : {"line.txt", "line", "line.json", "line.DB"}) {
+        select("/PLC");
+        dialogs_.fileToImport = writeFile(name, source);
+        QTest::mouseClick(field<QPushButton>("Import DB File"), Qt::LeftButton);
+        EXPECT_TRUE(settleUntil([&] { return element("/PLC/Line/Enabled") != nullptr; }))
+            << name << " " << qPrintable(notice());
+        trigger(Command::undo);
+    }
+}
+
+TEST_F(GuiTest, AFileDroppedOnAnEmptyWindowMakesItsElement) {
     importExample();
     EXPECT_TRUE(window().isWindowModified());
     EXPECT_EQ(child<TreePanel>().selected().size(),
               session().root().childElements()[0]->childElements().size());
 }
 
-TEST_F(GuiTest, aFileCanBeDroppedOnEveryPartOfTheWindow) {
+TEST_F(GuiTest, AFileCanBeDroppedOnEveryPartOfTheWindow) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     // Looked for each time: an import makes the form anew.
     const std::array<std::function<QWidget*()>, 5> parts{
@@ -136,7 +149,7 @@ TEST_F(GuiTest, aFileCanBeDroppedOnEveryPartOfTheWindow) {
     }
 }
 
-TEST_F(GuiTest, aFileThatCannotBeImportedLeavesNoElementBehind) {
+TEST_F(GuiTest, AFileThatCannotBeImportedLeavesNoElementBehind) {
     window().openFiles({writeFile("broken.db", "DATA_BLOCK \"x\" STRUCT a : Nonsense;")});
     settle();
     EXPECT_TRUE(session().isEmpty());
@@ -148,7 +161,7 @@ TEST_F(GuiTest, aFileThatCannotBeImportedLeavesNoElementBehind) {
     EXPECT_FALSE(window().isWindowModified());
 }
 
-TEST_F(GuiTest, aFileThatCannotBeImportedLeavesTheHistoryAlone) {
+TEST_F(GuiTest, AFileThatCannotBeImportedLeavesTheHistoryAlone) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     trigger(Command::undo);
     const auto redoBefore = action(Command::redo).text();
@@ -163,7 +176,7 @@ TEST_F(GuiTest, aFileThatCannotBeImportedLeavesTheHistoryAlone) {
     EXPECT_FALSE(action(Command::redo).isEnabled());
 }
 
-TEST_F(GuiTest, whereSeveralElementsImportTheUserIsAsked) {
+TEST_F(GuiTest, WhereSeveralElementsImportTheUserIsAsked) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     addFromMenu("addButton", QStringLiteral("S7 Compatible PLC"));
     tree().setCurrentIndex({});

@@ -48,7 +48,7 @@ protected:
         ASSERT_TRUE(which.isVisible());
         which.setCurrentText(QStringLiteral("Command"));
         settle();
-        auto* const value = child<BulkEditBar>().findChild<QComboBox*>(QStringLiteral("Command"));
+        auto* const value = child<BulkEditBar>().findChild<QComboBox*>(QStringLiteral("command"));
         ASSERT_NE(value, nullptr);
         QTest::keyClick(value, Qt::Key_Home); // the first choice is none
         QTest::mouseClick(&child<QPushButton>("bulkApply"), Qt::LeftButton);
@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-TEST_F(TableTest, theLabelsOfTheFormAreTheColumns) {
+TEST_F(TableTest, TheLabelsOfTheFormAreTheColumns) {
     QStringList headings;
     for (int i = 0; i != table().model()->columnCount(); ++i)
         headings += table().model()->headerData(i, Qt::Horizontal).toString();
@@ -71,7 +71,7 @@ TEST_F(TableTest, theLabelsOfTheFormAreTheColumns) {
     EXPECT_EQ(cell("Enabled", "Command").data(), "/PLC/Default Command");
 }
 
-TEST_F(TableTest, anotherKindOfElementsCanBeChosen) {
+TEST_F(TableTest, AnotherKindOfElementsCanBeChosen) {
     auto& kinds = child<QComboBox>("tableClass");
     const int blocks = kinds.findText(QStringLiteral("Data Block (4)"));
     ASSERT_GE(blocks, 0);
@@ -82,7 +82,7 @@ TEST_F(TableTest, anotherKindOfElementsCanBeChosen) {
     EXPECT_EQ(cell("Line", "DB number").data(), "51");
 }
 
-TEST_F(TableTest, numbersInTextsSortByTheirValue) {
+TEST_F(TableTest, NumbersInTextsSortByTheirValue) {
     select("/PLC/Line");
     const int address = columnOf("Address");
     table().model()->sort(address, Qt::AscendingOrder);
@@ -98,7 +98,7 @@ TEST_F(TableTest, numbersInTextsSortByTheirValue) {
     EXPECT_EQ(falling.size(), rising.size());
 }
 
-TEST_F(TableTest, theFilterLooksIntoEveryCell) {
+TEST_F(TableTest, TheFilterLooksIntoEveryCell) {
     QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
     auto& filter = child<QLineEdit>("tableFilter");
     EXPECT_TRUE(filter.hasFocus());
@@ -110,7 +110,7 @@ TEST_F(TableTest, theFilterLooksIntoEveryCell) {
     EXPECT_TRUE(settleUntil([&] { return table().model()->rowCount() == 96; }));
 }
 
-TEST_F(TableTest, aCellIsEditedInPlaceWithTheFieldOfTheForm) {
+TEST_F(TableTest, ACellIsEditedInPlaceWithTheFieldOfTheForm) {
     const auto address = cell("SpeedSetpoint", "Address");
     table().setCurrentIndex(address);
     table().edit(address);
@@ -126,13 +126,13 @@ TEST_F(TableTest, aCellIsEditedInPlaceWithTheFieldOfTheForm) {
     EXPECT_EQ(cell("SpeedSetpoint", "Address").data(), "DB2");
 }
 
-TEST_F(TableTest, whatTheFormOnlyShowsCannotBeEdited) {
+TEST_F(TableTest, WhatTheFormOnlyShowsCannotBeEdited) {
     EXPECT_FALSE(cell("Enabled", "Effective address").flags().testFlag(Qt::ItemIsEditable));
     EXPECT_FALSE(cell("Enabled", "String size").flags().testFlag(Qt::ItemIsEditable));
     EXPECT_TRUE(cell("OrderNumber", "String size").flags().testFlag(Qt::ItemIsEditable));
 }
 
-TEST_F(TableTest, severalRowsAreChangedAtOnceInOneStep) {
+TEST_F(TableTest, SeveralRowsAreChangedAtOnceInOneStep) {
     selectRows(0, 19);
     takeCommandFromSelected();
     EXPECT_EQ(column(table(), columnOf("Command")).count(QString()), 20);
@@ -140,7 +140,7 @@ TEST_F(TableTest, severalRowsAreChangedAtOnceInOneStep) {
     EXPECT_EQ(column(table(), columnOf("Command")).count("/PLC/Default Command"), 96);
 }
 
-TEST_F(TableTest, severalHundredRowsAreChangedAtOnceInOneStep) {
+TEST_F(TableTest, SeveralHundredRowsAreChangedAtOnceInOneStep) {
     window().openFiles({writeFile("many.db", "DATA_BLOCK Many { S7_Optimized_Access := 'FALSE' } "
                                              "STRUCT values : Array[1..250] of Int; END_STRUCT; "
                                              "BEGIN END_DATA_BLOCK")});
@@ -157,7 +157,7 @@ TEST_F(TableTest, severalHundredRowsAreChangedAtOnceInOneStep) {
     EXPECT_EQ(column(table(), columnOf("Command")).count("/PLC/Default Command"), 250);
 }
 
-TEST_F(TableTest, theTableFollowsTheTree) {
+TEST_F(TableTest, TheTableFollowsTheTree) {
     select("/PLC/Line/Drive");
     EXPECT_EQ(column(table(), 0),
               QStringList({"Start", "Fault", "Frequency", "Minimum", "Maximum"}));

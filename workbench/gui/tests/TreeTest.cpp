@@ -9,7 +9,7 @@
 
 namespace corvane::workbench::gui {
 
-TEST_F(GuiTest, theAddMenuOffersWhatTheElementAccepts) {
+TEST_F(GuiTest, TheAddMenuOffersWhatTheElementAccepts) {
     importExample();
     select("/PLC/Line");
     EXPECT_EQ(offeredByAddMenu(), QStringList({"Data Item", "Structure", "S7 Compatible PLC"}));
@@ -20,7 +20,7 @@ TEST_F(GuiTest, theAddMenuOffersWhatTheElementAccepts) {
                                                "S7 Compatible PLC"}));
 }
 
-TEST_F(GuiTest, theFilterShowsMatchesWithWhatIsAboveThem) {
+TEST_F(GuiTest, TheFilterShowsMatchesWithWhatIsAboveThem) {
     importExample();
     QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier);
     auto& line = child<QLineEdit>("treeFilter");
@@ -46,7 +46,7 @@ TEST_F(GuiTest, theFilterShowsMatchesWithWhatIsAboveThem) {
     EXPECT_TRUE(tree().hasFocus());
 }
 
-TEST_F(GuiTest, aNameIsChangedInPlaceAndReferencesFollow) {
+TEST_F(GuiTest, ANameIsChangedInPlaceAndReferencesFollow) {
     importExample();
     select("/PLC/Default Command");
     tree().setFocus();
@@ -62,7 +62,7 @@ TEST_F(GuiTest, aNameIsChangedInPlaceAndReferencesFollow) {
     EXPECT_EQ(field<QComboBox>("Command")->currentText(), "/PLC/Fast");
 }
 
-TEST_F(GuiTest, aNameThatIsTakenIsRefused) {
+TEST_F(GuiTest, ANameThatIsTakenIsRefused) {
     importExample();
     const auto index = tree().model()->index(0, 0, tree().model()->index(0, 0));
     tree().model()->setData(index, QStringLiteral("Line"));
@@ -71,7 +71,7 @@ TEST_F(GuiTest, aNameThatIsTakenIsRefused) {
     EXPECT_FALSE(notice().isEmpty());
 }
 
-TEST_F(GuiTest, aRemovalTellsOfReferencesThatAreLost) {
+TEST_F(GuiTest, ARemovalTellsOfReferencesThatAreLost) {
     importExample();
     select("/PLC/Default Command");
     trigger(Command::remove);
@@ -83,7 +83,7 @@ TEST_F(GuiTest, aRemovalTellsOfReferencesThatAreLost) {
     EXPECT_EQ(errorAt("Command"), "");
 }
 
-TEST_F(GuiTest, elementsAreDraggedToWhereTheyAreAccepted) {
+TEST_F(GuiTest, ElementsAreDraggedToWhereTheyAreAccepted) {
     importExample();
     auto& model = *tree().model();
     const auto plc = model.index(0, 0);
@@ -107,7 +107,7 @@ TEST_F(GuiTest, elementsAreDraggedToWhereTheyAreAccepted) {
     EXPECT_NE(element("/PLC/Line/Enabled"), nullptr);
 }
 
-TEST_F(GuiTest, aLongListOfChildrenIsFetchedAsItIsScrolled) {
+TEST_F(GuiTest, ALongListOfChildrenIsFetchedAsItIsScrolled) {
     QByteArray items;
     for (int i = 0; i != 5000; ++i)
         items += QByteArray(i == 0 ? "" : ",") + R"({"@Skill.S7.Item":{"name":"i)" +

@@ -1,7 +1,7 @@
-#include "workbench/gui/Application.hpp"
-#include "workbench/gui/MainWindow.hpp"
-#include "workbench/gui/NativeDialogs.hpp"
 #include "workbench/gui/tools/OwnSettings.hpp"
+#include "workbench/gui/window/Application.hpp"
+#include "workbench/gui/window/MainWindow.hpp"
+#include "workbench/gui/window/NativeDialogs.hpp"
 
 #include <gtest/gtest.h>
 

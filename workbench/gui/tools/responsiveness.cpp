@@ -1,11 +1,11 @@
 // Measures how long the window does not answer while it works on a project:
 // corvane-responsiveness PROJECT TEXT, where TEXT is typed into the filters. Prints, step by step,
 // how long it took and the longest time between two events.
-#include "workbench/core/PluginFolders.hpp"
-#include "workbench/gui/Application.hpp"
-#include "workbench/gui/MainWindow.hpp"
-#include "workbench/gui/NativeDialogs.hpp"
+#include "workbench/core/plugins/PluginFolders.hpp"
 #include "workbench/gui/tools/OwnSettings.hpp"
+#include "workbench/gui/window/Application.hpp"
+#include "workbench/gui/window/MainWindow.hpp"
+#include "workbench/gui/window/NativeDialogs.hpp"
 
 #include <QElapsedTimer>
 #include <QLineEdit>

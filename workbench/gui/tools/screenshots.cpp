@@ -1,13 +1,13 @@
 // Takes the pictures of the user guide from the running window: corvane-screenshots FOLDER FILE,
 // where FILE is one that a plug-in imports. Whatever it shows, it reaches as a user would; it knows
 // no element class by name.
-#include "workbench/core/PluginFolders.hpp"
-#include "workbench/gui/Application.hpp"
-#include "workbench/gui/MainWindow.hpp"
-#include "workbench/gui/Settings.hpp"
-#include "workbench/gui/Text.hpp"
-#include "workbench/gui/Theme.hpp"
+#include "workbench/core/plugins/PluginFolders.hpp"
+#include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/look/Theme.hpp"
+#include "workbench/gui/session/Settings.hpp"
 #include "workbench/gui/tools/OwnSettings.hpp"
+#include "workbench/gui/window/Application.hpp"
+#include "workbench/gui/window/MainWindow.hpp"
 
 #include <QComboBox>
 #include <QDir>

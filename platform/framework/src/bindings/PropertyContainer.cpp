@@ -6,10 +6,10 @@ PropertyContainer::~PropertyContainer() = default;
 
 void PropertyContainer::propertyErrorCountChanged() {}
 
-void PropertyContainer::forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)>) {}
+void PropertyContainer::forEachSubPropertyContainer(function_ref<void(PropertyContainer&)>) {}
 
 void PropertyContainer::forEachLocalCrossReference(
-    FunctionRef<void(const model::ElementReference&)>) const {}
+    function_ref<void(const model::ElementReference&)>) const {}
 
 std::size_t PropertyContainer::localPropertyErrorCount() const { return 0; }
 

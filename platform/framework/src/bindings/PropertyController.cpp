@@ -1,5 +1,6 @@
 #include <corvane/workbench/bindings/PropertyController.hpp>
 
+#include <corvane/utils/thread/Owner.hpp>
 #include <corvane/workbench/bindings/PropertyConfigurationContext.hpp>
 #include <corvane/workbench/bindings/PropertyHandle.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
@@ -37,7 +38,7 @@ std::size_t PropertyController::localPropertyErrorCount() const {
 }
 
 void PropertyController::forEachLocalCrossReference(
-    FunctionRef<void(const model::ElementReference&)> visit) const {
+    function_ref<void(const model::ElementReference&)> visit) const {
     for (const auto& property : layout_.get().properties)
         if (property.isReference)
             visit(*static_cast<const model::ElementReference*>(idOf(property.offset).address()));
@@ -84,6 +85,7 @@ void PropertyController::publishConfigured() {
 PropertyHandle PropertyController::propertyHandle(PropertyId property) { return {*this, property}; }
 
 bool PropertyController::isVisible(PropertyId property) const {
+    utils::thread::expectOwner();
     const auto& properties = layout_.get().properties;
     const auto found =
         std::ranges::find(properties, offsetOf(property), &PropertyLayout::Property::offset);
@@ -91,6 +93,7 @@ bool PropertyController::isVisible(PropertyId property) const {
 }
 
 const std::u16string* PropertyController::error(PropertyId property) const {
+    utils::thread::expectOwner();
     if (dynamic_ == nullptr)
         return nullptr;
     const auto found = dynamic_->findError(offsetOf(property));
@@ -98,7 +101,7 @@ const std::u16string* PropertyController::error(PropertyId property) const {
 }
 
 void PropertyController::forEachError(
-    FunctionRef<void(PropertyId, const std::u16string&)> visit) const {
+    function_ref<void(PropertyId, const std::u16string&)> visit) const {
     if (dynamic_ == nullptr || dynamic_->errors.empty())
         return;
     for (const auto& property : layout_.get().properties)
@@ -107,6 +110,7 @@ void PropertyController::forEachError(
 }
 
 std::shared_ptr<void> PropertyController::observe(Observer observer) {
+    utils::thread::expectOwner();
     auto handle = std::make_shared<Observer>(std::move(observer));
     dynamic().observers.push_back(handle);
     return handle;
@@ -117,19 +121,35 @@ void PropertyController::configurePropertyInternal(PropertyConfigurationContext&
     context.layout_.properties.push_back(property);
 }
 
-Subscription PropertyController::subscribe(PropertyConfigurationContext& context,
-                                           PropertyId property, PropertyLayout::Reaction reaction) {
+PropertyController::Subscription
+PropertyController::subscribe(PropertyConfigurationContext& context, PropertyId property,
+                              PropertyLayout::Reaction reaction) {
     auto& subscriptions = context.layout_.subscriptions;
     // endedSubscriptions_ has one bit for each.
     if (subscriptions.size() == 32)
         throw std::logic_error("too many property subscriptions");
-    subscriptions.push_back({.offset = offsetOf(property), .reaction = reaction});
+    const auto offset = offsetOf(property);
+    if (offset == kLargestController)
+        throwNoMember();
+    subscriptions.push_back({.offset = offset, .reaction = reaction});
     return {*this, static_cast<std::uint32_t>(subscriptions.size() - 1), configuration_};
 }
 
+// The offset of a field that the controller does not have is no other property's, however far away
+// it lies. What lies in front of the controller wraps around to far behind it.
 std::uint32_t PropertyController::offsetOf(PropertyId property) const {
-    const auto* const base = reinterpret_cast<const char*>(this);
-    return static_cast<std::uint32_t>(static_cast<const char*>(property.address()) - base);
+    const auto offset = reinterpret_cast<std::uintptr_t>(property.address()) -
+                        reinterpret_cast<std::uintptr_t>(this);
+    return static_cast<std::uint32_t>(std::min<std::uintptr_t>(offset, kLargestController));
+}
+
+PropertyId PropertyController::counterpartOf(const PropertyController& other,
+                                             PropertyId property) const {
+    return idOf(other.offsetOf(property));
+}
+
+void PropertyController::throwNoMember() {
+    throw std::logic_error("internal_error: a property is no field of its controller");
 }
 
 PropertyId PropertyController::idOf(std::uint32_t offset) const {
@@ -137,6 +157,7 @@ PropertyId PropertyController::idOf(std::uint32_t offset) const {
 }
 
 void PropertyController::runValidator(const PropertyLayout::Property& property) {
+    utils::thread::expectOwner();
     if (property.validator == nullptr)
         return;
     if (auto result = property.validator(*this))
@@ -178,6 +199,7 @@ void PropertyController::dropUndeclaredErrors() {
 }
 
 void PropertyController::react(std::uint32_t offset) {
+    utils::thread::expectOwner();
     const auto& subscriptions = layout_.get().subscriptions;
     for (std::size_t i = 0; i != subscriptions.size(); ++i)
         if (subscriptions[i].offset == offset && (endedSubscriptions_ >> i & 1U) == 0)
@@ -185,6 +207,7 @@ void PropertyController::react(std::uint32_t offset) {
 }
 
 void PropertyController::notify(PropertyId property, Action action) {
+    utils::thread::expectOwner();
     if (dynamic_ != nullptr && !dynamic_->observers.empty()) {
         // Observers may come and go while they are told: those of this moment are told.
         std::erase_if(dynamic_->observers, [](const auto& observer) { return observer.expired(); });
@@ -200,6 +223,23 @@ PropertyController::Dynamic& PropertyController::dynamic() {
     if (dynamic_ == nullptr)
         dynamic_ = std::make_unique<Dynamic>();
     return *dynamic_;
+}
+
+PropertyController::Subscription&
+PropertyController::Subscription::operator=(Subscription&& other) noexcept {
+    if (this != &other) {
+        reset();
+        controller_ = std::exchange(other.controller_, nullptr);
+        index_ = other.index_;
+        configuration_ = other.configuration_;
+    }
+    return *this;
+}
+
+void PropertyController::Subscription::reset() {
+    if (controller_ != nullptr && controller_->configuration_ == configuration_)
+        controller_->endedSubscriptions_ |= 1U << index_;
+    controller_ = nullptr;
 }
 
 void PropertyConfigurationContext::begin(PropertyController& controller) {

@@ -1,5 +1,7 @@
 #include <corvane/workbench/bindings/PropertyLayout.hpp>
 
+#include <corvane/utils/thread/Owner.hpp>
+
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -35,6 +37,7 @@ struct SharedLayout::Pool {
 
     // Never destroyed: controllers may go in any order while the program ends.
     static Pool& instance() {
+        utils::thread::expectOwner();
         static Pool& pool = *new Pool;
         return pool;
     }
@@ -56,7 +59,10 @@ const PropertyLayout& SharedLayout::get() const {
 }
 
 void SharedLayout::release() {
-    if (entry_ != nullptr && --entry_->uses == 0)
+    if (entry_ == nullptr)
+        return;
+    utils::thread::expectOwner();
+    if (--entry_->uses == 0)
         Pool::instance().drop(*entry_);
     entry_ = nullptr;
 }

@@ -1,6 +1,6 @@
 #include <corvane/workbench/config/Context.hpp>
 
-#include <corvane/workbench/model/ReferenceTable.hpp>
+#include <corvane/workbench/host/ReferenceTable.hpp>
 
 namespace corvane::workbench::config {
 

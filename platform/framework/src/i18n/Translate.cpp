@@ -69,4 +69,11 @@ void fillTranslated(std::u16string& target, std::string_view context, std::strin
         append(target, text, arguments);
 }
 
+std::string translateToUtf8(std::string_view context, std::string_view text,
+                            std::initializer_list<std::string_view> arguments) {
+    std::u16string filled;
+    fillTranslated(filled, context, text, arguments);
+    return utils::string::detail::utf16ToUtf8(filled);
+}
+
 } // namespace corvane::workbench::i18n

@@ -1,5 +1,7 @@
 #include "model/ChildList.hpp"
 
+#include "host/Internals.hpp"
+
 #include <corvane/utils/numeric/FormatNumber.hpp>
 
 #include <algorithm>
@@ -56,7 +58,16 @@ void ChildList::buildIndex(std::size_t slotCount) const {
     slots_.assign(slotCount, Slot{});
     usedSlots_ = 0;
     for (std::uint32_t position = 0; position != elements_.size(); ++position)
-        insert(hashOf(elements_[position]->name()), position + 1);
+        if (const auto& name = elements_[position]->name(); !name.empty())
+            insert(hashOf(name), position + 1);
+}
+
+// Puts a child that has just got its name in the index, which is there.
+void ChildList::enter(const Element& child, std::uint32_t position) const {
+    if (tooFull(usedSlots_ + 1, slots_.size()))
+        buildIndex(std::bit_ceil(elements_.size() * 2));
+    else
+        insert(hashOf(child.name()), position);
 }
 
 void ChildList::insert(std::uint32_t hash, std::uint32_t position) const {
@@ -70,16 +81,42 @@ void ChildList::insert(std::uint32_t hash, std::uint32_t position) const {
 void ChildList::changeName(Element& child, std::string name) {
     nextNumbers_.reset(); // the old name, perhaps a numbered one, is free again
     if (slots_.empty()) {
-        child.name_ = std::move(name);
+        host::Internals::name(child) = std::move(name);
         return;
     }
     Slot* const slot = findSlot(child.name());
     const auto position = std::exchange(slot->position, kLeft);
-    child.name_ = std::move(name);
-    if (tooFull(usedSlots_ + 1, slots_.size()))
-        buildIndex(std::bit_ceil(elements_.size() * 2));
-    else
-        insert(hashOf(child.name()), position);
+    host::Internals::name(child) = std::move(name);
+    enter(child, position);
+}
+
+// A child that waits for its new name has none meanwhile, and does not stand in the index: no other
+// name can be like it, whatever characters names are made of.
+void ChildList::changeNames(std::span<const host::NewName> names) {
+    const bool indexed = elements_.size() > kSearchedAsItIs;
+    std::vector<std::uint32_t> positions(indexed ? names.size() : 0);
+    std::vector<std::string> before(names.size());
+    nextNumbers_.reset(); // the old names are free again
+    for (std::size_t i = 0; i != names.size(); ++i) {
+        Element& child = *names[i].element;
+        if (indexed)
+            positions[i] = std::exchange(findSlot(child.name())->position, kLeft);
+        before[i].swap(host::Internals::name(child));
+    }
+    try {
+        for (std::size_t i = 0; i != names.size(); ++i) {
+            Element& child = *names[i].element;
+            host::Internals::name(child) = freeName(names[i].name, nullptr);
+            if (indexed)
+                enter(child, positions[i]);
+        }
+    } catch (...) {
+        for (std::size_t i = 0; i != names.size(); ++i)
+            host::Internals::name(*names[i].element).swap(before[i]);
+        dropIndex();
+        nextNumbers_.reset();
+        throw;
+    }
 }
 
 std::string ChildList::freeName(std::string_view name, const Element* except) const {
@@ -110,12 +147,8 @@ std::string ChildList::freeName(std::string_view name, const Element* except) co
 
 void ChildList::append(std::unique_ptr<Element> child) {
     elements_.push_back(std::move(child));
-    if (slots_.empty())
-        return;
-    if (tooFull(usedSlots_ + 1, slots_.size()))
-        buildIndex(std::bit_ceil(elements_.size() * 2));
-    else
-        insert(hashOf(elements_.back()->name()), static_cast<std::uint32_t>(elements_.size()));
+    if (!slots_.empty())
+        enter(*elements_.back(), static_cast<std::uint32_t>(elements_.size()));
 }
 
 std::unique_ptr<Element> ChildList::remove(const Element& child) {

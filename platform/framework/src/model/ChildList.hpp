@@ -1,5 +1,6 @@
 #pragma once
 
+#include <corvane/workbench/host/Tree.hpp>
 #include <corvane/workbench/model/Element.hpp>
 
 #include <cstdint>
@@ -45,6 +46,10 @@ public:
     /// Gives a child a name that is free.
     void changeName(Element& child, std::string name);
 
+    /// Gives children, each once, other names; all give up theirs before the first takes its new
+    /// one, or the first free one made from it. What is thrown leaves them their old ones.
+    void changeNames(std::span<const host::NewName> names);
+
 private:
     struct Slot {
         std::uint32_t hash = 0;
@@ -58,6 +63,7 @@ private:
     void dropIndex();
     void buildIndex(std::size_t slotCount) const;
     void insert(std::uint32_t hash, std::uint32_t position) const;
+    void enter(const Element& child, std::uint32_t position) const;
 
     std::vector<std::unique_ptr<Element>> elements_;
     mutable std::vector<Slot> slots_; // a power of two, at most three quarters full; empty: none

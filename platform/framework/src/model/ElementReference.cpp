@@ -1,10 +1,12 @@
 #include <corvane/workbench/model/ElementReference.hpp>
 
 #include <corvane/utils/string/Utf.hpp>
+#include <corvane/workbench/host/Model.hpp>
+#include <corvane/workbench/host/ReferenceTable.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
 #include <corvane/workbench/model/Element.hpp>
-#include <corvane/workbench/model/Model.hpp>
-#include <corvane/workbench/model/ReferenceTable.hpp>
+
+#include "host/Internals.hpp"
 
 namespace corvane::workbench::model {
 
@@ -17,7 +19,7 @@ constexpr std::string_view kTextContext = "corvane::workbench::model::ElementRef
 std::string_view ElementReferenceData::text() const {
     if (element_ == nullptr)
         return text_;
-    const Model* const model = element_->model();
+    const host::Model* const model = element_->model();
     if (model == nullptr || textEpoch_ != model->epoch()) {
         text_ = element_->path();
         textEpoch_ = model == nullptr ? 0 : model->epoch();
@@ -32,7 +34,7 @@ void ElementReferenceData::saveTo(utils::json::encoder::Object& members,
 
 void ElementReferenceData::release() {
     if (element_ != nullptr)
-        element_->removeReference(*this);
+        host::Internals::removeReference(*element_, *this);
     if (table_ != nullptr)
         table_->forget(*this);
     delete this;

@@ -16,7 +16,9 @@ void Binding::buildForm(ui::Form form) {
     static_cast<void>(form.group());
 }
 
-void Element::forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)> visit) {
+bool Binding::moveTo(Element&) { return false; }
+
+void Element::forEachSubPropertyContainer(function_ref<void(PropertyContainer&)> visit) {
     if (modelElement_ == nullptr)
         return;
     for (const auto& child : modelElement_->childElements())
@@ -34,11 +36,11 @@ void Element::save(utils::json::encoder::Object&) const {}
 
 void Element::makeDefault() {}
 
-bool Element::forEachAttribute(FunctionRef<bool(const model::Attribute&)>) const { return false; }
+bool Element::forEachAttribute(function_ref<bool(const model::Attribute&)>) const { return false; }
 
-bool Element::forEachEvent(FunctionRef<bool(const process::Event&)>) const { return false; }
+bool Element::forEachEvent(function_ref<bool(const process::Event&)>) const { return false; }
 
-bool Element::forEachTask(FunctionRef<bool(const process::Task&)>) const { return false; }
+bool Element::forEachTask(function_ref<bool(const process::Task&)>) const { return false; }
 
 std::unique_ptr<Binding> Element::createBinding() {
     return std::make_unique<ElementBinding<Element>>(*this);

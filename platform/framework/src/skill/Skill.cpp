@@ -1,5 +1,7 @@
 #include <corvane/workbench/skill/Skill.hpp>
 
+#include <corvane/utils/thread/Owner.hpp>
+
 namespace corvane::workbench::skill {
 
 namespace {
@@ -10,14 +12,16 @@ constinit Skill::Class* last = nullptr;
 
 } // namespace
 
-Skill::~Skill() = default;
+Skill::~Skill() { utils::thread::expectOwner(); }
 
 Skill::Class::Class() noexcept : previous_(last) {
+    utils::thread::expectOwner();
     (last == nullptr ? first : last->next_) = this;
     last = this;
 }
 
 Skill::Class::~Class() {
+    utils::thread::expectOwner();
     if (previous_ == nullptr)
         first = next_;
     else
@@ -28,7 +32,8 @@ Skill::Class::~Class() {
         next_->previous_ = previous_;
 }
 
-void Skill::Class::forEachRegistered(FunctionRef<void(const Class&)> visit) {
+void Skill::Class::forEachRegistered(function_ref<void(const Class&)> visit) {
+    utils::thread::expectOwner();
     for (const auto* entry = first; entry != nullptr; entry = entry->next_)
         visit(*entry);
 }

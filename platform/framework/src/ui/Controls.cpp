@@ -1,7 +1,7 @@
 #include <corvane/utils/numeric/FormatNumber.hpp>
 #include <corvane/utils/string/Utf.hpp>
+#include <corvane/workbench/host/Model.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
-#include <corvane/workbench/model/Model.hpp>
 #include <corvane/workbench/ui/Choice.hpp>
 #include <corvane/workbench/ui/InfoField.hpp>
 #include <corvane/workbench/ui/PushButton.hpp>
@@ -29,7 +29,7 @@ std::u16string decimal(std::uint64_t number) {
 
 // As deep as elements nest, which the tree bounds.
 void collect(const model::Element& parent,
-             const std::function<bool(const model::Element&)>& accepts,
+             const ControlFunction<bool(const model::Element&)>& accepts,
              std::vector<model::Element*>& found) {
     for (const auto& child : parent.childElements()) {
         if (accepts(*child))
@@ -54,15 +54,14 @@ SetResult TextField::setValue(const ControlValue& value) {
     const auto* const text = std::get_if<std::u16string>(&value);
     if (text == nullptr)
         return refuseType();
-    TextEdit edit{*text, text->size(), text->size()};
-    enter(edit);
+    accessor_.set(corrected({*text, text->size(), text->size()}).text);
     return {};
 }
 
-void TextField::enter(TextEdit& edit) {
+TextEdit TextField::corrected(TextEdit edit) const {
     if (settings_.fixUp)
         settings_.fixUp(edit);
-    accessor_.set(edit.text);
+    return edit;
 }
 
 void TextField::restoreValue(const StoredValue& value) {

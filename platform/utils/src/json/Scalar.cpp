@@ -1,5 +1,6 @@
 #include "Scalar.hpp"
 
+#include <corvane/utils/string/Ascii.hpp>
 #include <corvane/utils/string/Word.hpp>
 
 #include "../string/CodePoint.hpp"
@@ -14,8 +15,7 @@ namespace corvane::utils::json::decoder::detail {
 namespace {
 
 namespace word = string::word;
-
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+using string::ascii::isDigit;
 
 /// The next quote or backslash. Strings close, so there is one.
 const char* findSpecial(const char* text, const char* end) {

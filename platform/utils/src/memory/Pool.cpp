@@ -1,6 +1,7 @@
 #include <corvane/utils/memory/Pool.hpp>
 
 #include <corvane/utils/memory/Arena.hpp>
+#include <corvane/utils/thread/Owner.hpp>
 
 #include <array>
 #include <new>
@@ -50,7 +51,8 @@ Pool& poolOf(std::size_t steps) {
     return pools[steps];
 }
 
-/// Memory that the address sanitizer shall watch must come from its own allocator.
+/// Memory that the address sanitizer shall watch must come from its own allocator. The thread
+/// sanitizer shall watch the pools themselves.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kPooling = false;
 #else
@@ -62,6 +64,7 @@ constexpr bool isPooled(std::size_t size) { return kPooling && size <= kLargestP
 } // namespace
 
 void* allocatePooled(std::size_t size) {
+    thread::expectOwner();
     if (!isPooled(size))
         return ::operator new(size);
     const std::size_t steps = stepsOf(size);
@@ -69,9 +72,12 @@ void* allocatePooled(std::size_t size) {
 }
 
 void freePooled(void* place, std::size_t size) noexcept {
+    if (place == nullptr)
+        return;
+    thread::expectOwner();
     if (!isPooled(size))
         ::operator delete(place);
-    else if (place != nullptr)
+    else
         poolOf(stepsOf(size)).free(place);
 }
 

@@ -33,7 +33,8 @@ readDocument(const std::filesystem::path& file) {
     std::ifstream stream(file);
     if (!stream)
         return std::unexpected(u"the bench cannot read " + utf8ToUtf16(file.string()));
-    return ui::ImportedDocument{.text = {std::istreambuf_iterator<char>(stream), {}}, .memory = {}};
+    return ui::ImportedDocument{
+        .text = {std::istreambuf_iterator<char>(stream), {}}, .memory = {}, .warnings = {}};
 }
 
 } // namespace
@@ -61,7 +62,8 @@ class Rack::Binding final : public skill::ElementBinding<Rack> {
 public:
     explicit Binding(Rack& rack)
         : ElementBinding(rack),
-          import_({.label = u"Import", .description = {}, .help = {}}, ".bench", readDocument) {}
+          import_("import", {.label = u"Import", .description = {}, .help = {}}, ".bench",
+                  readDocument) {}
     void buildForm(ui::Form form) override { form.add(import_); }
 
 private:
@@ -108,12 +110,12 @@ class Pin::Binding final : public skill::ElementBinding<Pin> {
 public:
     explicit Binding(Pin& pin)
         : ElementBinding(pin),
-          value_({.label = u"Value", .description = {}, .help = {}},
+          value_("value", {.label = u"Value", .description = {}, .help = {}},
                  pin.propertyHandle(bindings::PropertyId(pin.value)),
                  {[&pin] { return pin.value; },
                   [&pin](std::u16string text) { pin.assign(pin.value, std::move(text)); }},
                  {}),
-          peer_({.label = u"Peer", .description = {}, .help = {}},
+          peer_("peer", {.label = u"Peer", .description = {}, .help = {}},
                 pin.propertyHandle(bindings::PropertyId(pin.peer)),
                 {[&pin] { return pin.peer; },
                  [&pin](model::ElementReference to) { pin.assign(pin.peer, std::move(to)); }},

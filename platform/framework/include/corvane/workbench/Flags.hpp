@@ -5,12 +5,14 @@
 
 namespace corvane::workbench {
 
-/// A set of the enumerators of `Enum`, whose values are single bits.
+/// A set of the enumerators of `Enum`, whose values are single bits. As large as the enumeration's
+/// underlying type, and a constant wherever its flags are.
 template <class Enum>
 class Flags {
 public:
     using Bits = std::underlying_type_t<Enum>;
 
+    /// The empty set.
     constexpr Flags() = default;
     constexpr Flags(std::initializer_list<Enum> flags) {
         for (Enum flag : flags)
@@ -20,6 +22,7 @@ public:
     [[nodiscard]] constexpr bool has(Enum flag) const {
         return (bits_ & static_cast<Bits>(flag)) != 0;
     }
+    /// The bits of all flags together, as the runtime reads them.
     [[nodiscard]] constexpr Bits bits() const { return bits_; }
 
     friend constexpr bool operator==(Flags, Flags) = default;

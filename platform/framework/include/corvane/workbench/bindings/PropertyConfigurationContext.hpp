@@ -2,6 +2,9 @@
 
 #include <corvane/workbench/bindings/PropertyController.hpp>
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <type_traits>
 
 namespace corvane::workbench::bindings {
@@ -24,18 +27,18 @@ public:
     /// longer validated go; the others stay until the next publication.
     void commit();
 
-    /// The declaration of one property; it takes effect when the object goes out of scope.
+    /// The declaration of one property, to say more about it. It stands already; the object is only
+    /// to be used until the next `begin`.
     template <class Controller>
     class Declaration {
     public:
         Declaration(const Declaration&) = delete;
         Declaration& operator=(const Declaration&) = delete;
-        ~Declaration() { PropertyController::configurePropertyInternal(*context_, property_); }
 
-        /// `member` is `Validation (Controller::*)()`.
+        /// `member` is `Validation (Controller::*)()`. Without it a property has no errors.
         template <auto member>
         Declaration& validatedBy() {
-            property_.validator = [](PropertyController& controller) -> Validation {
+            property().validator = [](PropertyController& controller) -> Validation {
                 return (static_cast<Controller&>(controller).*member)();
             };
             return *this;
@@ -44,7 +47,7 @@ public:
         /// `member` is `bool (Controller::*)() const`. Without it a property is always visible.
         template <auto member>
         Declaration& visibleWhen() {
-            property_.visibility = [](const PropertyController& controller) -> bool {
+            property().visibility = [](const PropertyController& controller) -> bool {
                 return (static_cast<const Controller&>(controller).*member)();
             };
             return *this;
@@ -52,24 +55,33 @@ public:
 
     private:
         friend class PropertyConfigurationContext;
-        Declaration(PropertyConfigurationContext& context, PropertyLayout::Property property)
-            : context_(&context), property_(property) {}
+        explicit Declaration(PropertyConfigurationContext& context)
+            : context_(&context), index_(context.layout_.properties.size() - 1) {}
+        PropertyLayout::Property& property() { return context_->layout_.properties[index_]; }
+
         PropertyConfigurationContext* context_;
-        PropertyLayout::Property property_;
+        std::size_t index_; // more properties may be declared meanwhile
     };
 
+    /// Declares the property that `field` of the controller holds. Throws std::logic_error where
+    /// the field is none of the controller's.
     template <class Controller, class Field>
     Declaration<Controller> property(Controller& controller, const Field& field) {
-        return {*this,
-                {.offset = controller.PropertyController::offsetOf(PropertyId(field)),
-                 .isReference = std::is_same_v<Field, model::ElementReference>,
-                 .validator = nullptr,
-                 .visibility = nullptr}};
+        requireMember(controller, field);
+        PropertyController::configurePropertyInternal(
+            *this, {.offset = controller.PropertyController::offsetOf(PropertyId(field)),
+                    .isReference = std::is_same_v<Field, model::ElementReference>,
+                    .validator = nullptr,
+                    .visibility = nullptr});
+        return Declaration<Controller>(*this);
     }
 
-    /// Calls the member function `void (Controller::*)()` after each change of the field.
+    /// Calls the member function `void (Controller::*)()` after each change of the field. Throws as
+    /// `property` does.
     template <auto member, class Controller, class Field>
-    [[nodiscard]] Subscription onChange(Controller& controller, const Field& field) {
+    [[nodiscard]] PropertyController::Subscription onChange(Controller& controller,
+                                                            const Field& field) {
+        requireMember(controller, field);
         return controller.PropertyController::subscribe(
             *this, PropertyId(field),
             [](PropertyController& self) { (static_cast<Controller&>(self).*member)(); });
@@ -77,6 +89,18 @@ public:
 
 private:
     friend class PropertyController;
+
+    // The offset of what lies elsewhere would lead anywhere.
+    template <class Controller, class Field>
+    static void requireMember(const Controller& controller, const Field& field) {
+        static_assert(sizeof(Controller) <= PropertyController::kLargestController);
+        const auto offset =
+            reinterpret_cast<std::uintptr_t>(std::addressof(field)) -
+            reinterpret_cast<std::uintptr_t>(static_cast<const PropertyController*>(&controller));
+        if (offset >= sizeof(Controller) || sizeof(Field) > sizeof(Controller) - offset)
+            PropertyController::throwNoMember();
+    }
+
     PropertyController* controller_ = nullptr;
     PropertyLayout layout_;
 };

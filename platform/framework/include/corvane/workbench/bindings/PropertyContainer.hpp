@@ -1,7 +1,7 @@
 #pragma once
 
 #include <corvane/utils/Export.hpp>
-#include <corvane/workbench/FunctionRef.hpp>
+#include <corvane/workbench/function_ref.hpp>
 
 #include <cstddef>
 
@@ -17,15 +17,17 @@ class CORVANE_EXPORT PropertyContainer {
 public:
     virtual ~PropertyContainer();
 
-    /// Called after the number of this container's property errors has changed.
+    /// Called after the number of this container's property errors has changed, by one or by many.
+    /// Does nothing by default.
     virtual void propertyErrorCountChanged();
 
-    /// Visits the containers directly below this one.
-    virtual void forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)> visit);
+    /// Visits the containers directly below this one; by default there are none.
+    virtual void forEachSubPropertyContainer(function_ref<void(PropertyContainer&)> visit);
 
-    /// Visits the references to other elements that this container's own properties hold.
+    /// Visits the references to other elements that this container's own properties hold, empty
+    /// ones and those whose elements are missing too; by default there are none.
     virtual void
-    forEachLocalCrossReference(FunctionRef<void(const model::ElementReference&)> visit) const;
+    forEachLocalCrossReference(function_ref<void(const model::ElementReference&)> visit) const;
 
     /// The number of errors of this container's own properties, without those below it.
     [[nodiscard]] virtual std::size_t localPropertyErrorCount() const;

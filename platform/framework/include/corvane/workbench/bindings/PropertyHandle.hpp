@@ -13,6 +13,14 @@ public:
 
     [[nodiscard]] PropertyId id() const { return id_; }
     [[nodiscard]] PropertyController& controller() const { return *controller_; }
+
+    /// The same property of another controller, which is of the same class.
+    [[nodiscard]] PropertyHandle of(PropertyController& other) const {
+        return {other, other.counterpartOf(*controller_, id_)};
+    }
+
+    /// Both as the controller of the same name: the present state, not the one of the handle's
+    /// making.
     [[nodiscard]] bool isVisible() const { return controller_->isVisible(id_); }
     [[nodiscard]] const std::u16string* error() const { return controller_->error(id_); }
 

@@ -20,15 +20,16 @@ using Validation = std::expected<void, std::u16string>;
 /// plain function), so all controllers that declare the same share one layout, and a million
 /// elements of a class cost the memory of one.
 struct PropertyLayout {
+    // Plain functions, called with the controller that declared them; Reaction after each change.
     using Validator = Validation (*)(PropertyController&);
     using Visibility = bool (*)(const PropertyController&);
     using Reaction = void (*)(PropertyController&);
 
     struct Property {
-        std::uint32_t offset; // of the field, in bytes from the controller
-        bool isReference;     // the field is a model::ElementReference
-        Validator validator;  // may be null
-        Visibility visibility;
+        std::uint32_t offset;  // of the field, in bytes from the controller
+        bool isReference;      // the field is a model::ElementReference
+        Validator validator;   // may be null
+        Visibility visibility; // may be null: always visible
         friend bool operator==(const Property&, const Property&) = default;
     };
 
@@ -38,15 +39,18 @@ struct PropertyLayout {
         friend bool operator==(const Subscription&, const Subscription&) = default;
     };
 
+    // Both in the order of declaration, which is the order of publication.
     std::vector<Property> properties;
     std::vector<Subscription> subscriptions;
 
     friend bool operator==(const PropertyLayout&, const PropertyLayout&) = default;
 };
 
-/// Owns one use of a shared layout.
+/// Owns one use of a shared layout. The layouts belong to the owner of the model, like all that is
+/// configured by them; one that nobody uses any more is freed.
 class CORVANE_EXPORT SharedLayout {
 public:
+    /// Uses none.
     SharedLayout() = default;
     /// The shared layout equal to `layout`, which is copied only if there is none yet.
     explicit SharedLayout(const PropertyLayout& layout);

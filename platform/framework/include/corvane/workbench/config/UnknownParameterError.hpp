@@ -21,7 +21,7 @@ private:
     std::string name_;
 };
 
-/// Throws UnknownParameterError: `unknown member "NAME"`.
+/// Throws UnknownParameterError: `unknown member “NAME”`, translated.
 [[noreturn]] CORVANE_EXPORT void throwUnknownParameterError(std::string_view name);
 
 } // namespace corvane::workbench::config

@@ -29,6 +29,12 @@ CORVANE_EXPORT void setTranslator(Translator translator);
 [[nodiscard]] CORVANE_EXPORT std::u16string
 fill(std::u16string_view format, std::initializer_list<std::u16string_view> arguments);
 
+/// As `fill` of the translated text, with arguments and result in UTF-8: for the texts of
+/// exceptions.
+[[nodiscard]] CORVANE_EXPORT std::string
+translateToUtf8(std::string_view context, std::string_view text,
+                std::initializer_list<std::string_view> arguments = {});
+
 /// As `fill` of the translated text, with arguments in UTF-8. The result replaces `target`, whose
 /// memory serves again: for what is put together once per element.
 CORVANE_EXPORT void fillTranslated(std::u16string& target, std::string_view context,

@@ -20,6 +20,8 @@ enum class Access : std::uint8_t {
 /// objects: an attribute is told from another by its address, and lives as long as its plug-in.
 class CORVANE_EXPORT Attribute {
 public:
+    /// `name` is what the runtime knows it by; it is not translated. `directions` is empty for a
+    /// value that belongs to neither side of the traffic.
     Attribute(std::string name, Access access, data::DataType type,
               Flags<io::Direction> directions);
     Attribute(const Attribute&) = delete;
@@ -31,12 +33,13 @@ public:
     [[nodiscard]] data::DataType type() const { return type_; }
     [[nodiscard]] Flags<io::Direction> directions() const { return directions_; }
 
-    // Members that devices of every kind publish.
-    static const Attribute kDeviceState;
-    static const Attribute kUpdateTime;
-    static const Attribute kWriteTime;
-    static const Attribute kQuality;
-    static const Attribute kChangeTime;
+    // Members that devices of every kind publish. All are read only; a state or a quality is a code
+    // of the runtime's own in 8 bits.
+    static const Attribute kDeviceState; ///< whether the device can be reached
+    static const Attribute kUpdateTime;  ///< of the last reading
+    static const Attribute kWriteTime;   ///< of the last writing
+    static const Attribute kQuality;     ///< how far the last value read can be trusted
+    static const Attribute kChangeTime;  ///< of the last reading that brought another value
 
 private:
     std::string name_;

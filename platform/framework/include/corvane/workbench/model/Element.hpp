@@ -2,7 +2,8 @@
 
 #include <corvane/utils/Export.hpp>
 #include <corvane/utils/memory/Pool.hpp>
-#include <corvane/workbench/FunctionRef.hpp>
+#include <corvane/utils/thread/Owner.hpp>
+#include <corvane/workbench/function_ref.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
 #include <corvane/workbench/skill/Element.hpp>
 
@@ -14,16 +15,27 @@
 #include <string_view>
 #include <vector>
 
+namespace corvane::workbench::host {
+class Internals;
+class Model;
+} // namespace corvane::workbench::host
+
 namespace corvane::workbench::model {
 
-class Model;
 class ChildList;
 
 /// A node of the project tree: its name, its place, and the plug-in's half of the element.
 ///
 /// Sibling names are unique and not empty: a name that is taken becomes "NAME 2", "NAME 3" and so
 /// on. A parent owns its children, and every element its skill element.
-class CORVANE_EXPORT Element {
+///
+/// What is here only looks, apart from making an element and a reference to one: changing the tree
+/// is the host's.
+///
+/// Only the thread that owns the model (thread/Owner.hpp) makes, changes and destroys elements and
+/// gets at their skill elements. Another one may at most look at names and places, and that only as
+/// long as the owner is known to leave them as they are.
+class CORVANE_EXPORT Element : public utils::memory::Pooled {
 public:
     /// The deepest level at which an element can stand; the elements at the top are on level 1.
     static constexpr unsigned kMaxDepth = 300;
@@ -34,19 +46,20 @@ public:
     Element& operator=(const Element&) = delete;
     ~Element();
 
-    static void* operator new(std::size_t size) { return utils::memory::allocatePooled(size); }
-    static void operator delete(void* element, std::size_t size) {
-        utils::memory::freePooled(element, size);
-    }
-
     [[nodiscard]] const std::string& name() const { return name_; }
 
     /// The class that the host knows the element by.
     [[nodiscard]] const skill::Element::Class& elementClass() const { return *elementClass_; }
 
     /// The plug-in's half; never null for an element of the tree.
-    [[nodiscard]] skill::Element* getSkillElement() { return skillElement_.get(); }
-    [[nodiscard]] const skill::Element* getSkillElement() const { return skillElement_.get(); }
+    [[nodiscard]] skill::Element* getSkillElement() {
+        utils::thread::expectOwner();
+        return skillElement_.get();
+    }
+    [[nodiscard]] const skill::Element* getSkillElement() const {
+        utils::thread::expectOwner();
+        return skillElement_.get();
+    }
 
     /// Whether the skill element is of the class T, exactly.
     template <class T>
@@ -83,66 +96,25 @@ public:
     /// The path of escaped names from the project's root, "/PLC/Data/speed".
     [[nodiscard]] std::string path() const;
 
-    /// The tree that the element stands in; null if it stands in none.
-    [[nodiscard]] Model* model() const;
+    /// The tree that the element stands in, which only the host can look into; null if it stands in
+    /// none.
+    [[nodiscard]] host::Model* model() const;
+
+    /// Whether this is what the elements at the top of a project stand below. It is no element of
+    /// the project: it has no name, no class and no skill element.
+    [[nodiscard]] bool isRoot() const { return elementClass_ == nullptr; }
 
     /// The level below the project's root: 1 at the top.
     [[nodiscard]] unsigned depth() const;
 
-    // What follows changes the tree. It is the host's: plug-ins do not call it.
-
-    /// Appends `child` under `name`, or under the next free name made from it. Throws
-    /// std::runtime_error where it, or something below it, would stand deeper than kMaxDepth.
-    Element& appendChild(std::unique_ptr<Element> child, std::string_view name);
-
-    /// Takes a child out of the tree; references to it and to what is below it keep their paths and
-    /// wait for an element that stands there again.
-    [[nodiscard]] std::unique_ptr<Element> removeChild(const Element& child);
-
-    /// Takes the children at `positions`, which ascend, out of the tree, in one pass. References to
-    /// them go on following them: either they come back, or the references were let go before.
-    [[nodiscard]] std::vector<std::unique_ptr<Element>>
-    takeChildren(std::span<const std::size_t> positions);
-
-    /// Puts elements that stand nowhere among the children, in one pass, so that they stand at
-    /// `positions`, which ascend, when all are in. Each keeps its name or gets the next free one
-    /// made from it. Nothing below them may come to stand deeper than kMaxDepth.
-    void putChildren(std::vector<std::unique_ptr<Element>> added,
-                     std::span<const std::size_t> positions);
-
-    /// Whether any reference refers to this element.
-    [[nodiscard]] bool isReferenced() const { return references_ != nullptr; }
-
-    /// Gives the element another name, made unique among its siblings if it has any, and returns
-    /// it.
-    const std::string& rename(std::string_view name);
-
     /// Whether a child other than `except` has that name.
     [[nodiscard]] bool isNameTaken(std::string_view name, const Element* except = nullptr) const;
 
-    /// Lets the skill element of `successor` take the place of this element's own, which is
-    /// returned; references to `successor` refer to this element from now on.
-    [[nodiscard]] std::unique_ptr<skill::Element> replaceSkillElement(Element& successor);
-
-    /// Exchanges the skill element for another one, made by the same class.
-    void swapSkillElement(std::unique_ptr<skill::Element>& other);
-
 private:
-    friend class ChildList;
-    friend class Model;
-    friend class Staging;
-    friend class ReferenceLog;
-    friend class ReferenceTable;
-    friend class ElementReferenceData;
-    explicit Element(Model* model); // the root of a model, or of what is being staged
+    // Whatever changes an element or its place is the host's, and goes through this one.
+    friend class host::Internals;
 
-    ChildList& children();
-    [[nodiscard]] bool isRoot() const { return elementClass_ == nullptr; }
-    [[nodiscard]] unsigned height() const;
-    static void requireRoom(unsigned depthOfParent, const Element& child);
-    void addReference(ElementReferenceData& data);
-    void removeReference(ElementReferenceData& data);
-    void setReferencesWaiting(Model* model);
+    explicit Element(host::Model* model); // the root of a model, or of what is being staged
 
     std::string name_;
     Element* parent_ = nullptr;
@@ -151,8 +123,8 @@ private:
     std::unique_ptr<ChildList> children_; // null while there never was a child
     ElementReferenceData* references_ = nullptr;
     bool parentIsRoot_ = false;
-    bool paired_ = false;    // an element that is being imported has taken its place
-    Model* model_ = nullptr; // of a root only
+    bool paired_ = false;          // an element that is being imported has taken its place
+    host::Model* model_ = nullptr; // of a root only
 };
 
 } // namespace corvane::workbench::model

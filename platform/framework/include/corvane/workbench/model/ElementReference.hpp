@@ -2,6 +2,7 @@
 
 #include <corvane/utils/Export.hpp>
 #include <corvane/utils/json/Encoder.hpp>
+#include <corvane/utils/thread/Owner.hpp>
 
 #include <cstdint>
 #include <expected>
@@ -10,11 +11,14 @@
 #include <string_view>
 #include <utility>
 
+namespace corvane::workbench::host {
+class Internals;
+class ReferenceTable;
+} // namespace corvane::workbench::host
+
 namespace corvane::workbench::model {
 
 class Element;
-class ReferenceLog;
-class ReferenceTable;
 
 /// What all references to one element share: the element, or the text of one that is missing.
 ///
@@ -33,14 +37,12 @@ public:
     /// tree changes.
     [[nodiscard]] std::string_view text() const;
 
-    /// Writes the text as the member `key`.
+    /// Writes the text as the member `key`, escaped as paths are. Throws what the stream throws.
     void saveTo(utils::json::encoder::Object& members, utils::json::encoder::Key key) const;
 
 private:
     friend class ElementReference;
-    friend class Element;
-    friend class ReferenceLog;
-    friend class ReferenceTable;
+    friend class host::Internals;
     explicit ElementReferenceData(std::string text) : text_(std::move(text)) {}
     ~ElementReferenceData() = default;
     void release();
@@ -48,7 +50,7 @@ private:
     std::uint32_t uses_ = 0;
     Element* element_ = nullptr;
     ElementReferenceData* nextOfElement_ = nullptr; // an element may have several of these
-    ReferenceTable* table_ = nullptr;               // where it waits while the element is missing
+    host::ReferenceTable* table_ = nullptr;         // where it waits while the element is missing
     mutable std::string text_;
     mutable std::uint64_t textEpoch_ = 0; // of the tree in which text_ was formed
 };
@@ -57,6 +59,7 @@ private:
 /// renames and moves; when the element goes, it keeps the element's last path.
 class CORVANE_EXPORT ElementReference {
 public:
+    /// The empty reference.
     ElementReference() = default;
     ElementReference(const ElementReference& other) : ElementReference(other.data_) {}
     ElementReference(ElementReference&& other) noexcept
@@ -66,7 +69,10 @@ public:
         return *this;
     }
     ~ElementReference() {
-        if (data_ != nullptr && --data_->uses_ == 0)
+        if (data_ == nullptr)
+            return;
+        utils::thread::expectOwner();
+        if (--data_->uses_ == 0)
             data_->release();
     }
 
@@ -88,6 +94,7 @@ public:
         return data_ == nullptr ? std::string_view() : data_->text();
     }
 
+    /// Writes the text as the member `key`; an empty reference is an empty text.
     void saveTo(utils::json::encoder::Object& members, utils::json::encoder::Key key) const;
 
     /// Whether both refer to the same element or to the same missing one.
@@ -97,12 +104,12 @@ public:
     }
 
 private:
-    friend class Element;
-    friend class ReferenceLog;
-    friend class ReferenceTable;
+    friend class host::Internals;
     explicit ElementReference(ElementReferenceData* data) : data_(data) {
-        if (data_ != nullptr)
-            ++data_->uses_;
+        if (data_ == nullptr)
+            return;
+        utils::thread::expectOwner();
+        ++data_->uses_;
     }
     static bool sameTarget(const ElementReferenceData& a, const ElementReferenceData& b);
 
@@ -110,15 +117,18 @@ private:
 };
 
 /// A reference as an import document carries it: to an element that exists, or to one that the
-/// document itself brings.
+/// document itself brings. It is a text and follows nothing: made and written while one document
+/// is, during which the tree stays as it is.
 class CORVANE_EXPORT ImportReference {
 public:
+    /// A reference that is not set.
     ImportReference() = default;
     explicit ImportReference(const ElementReference& reference) : text_(reference.text()) {}
 
     /// A reference to the element called `name` at the top of the same import document.
     [[nodiscard]] static ImportReference makeInternalReference(std::string_view name);
 
+    /// Whether it is set.
     [[nodiscard]] explicit operator bool() const { return !text_.empty(); }
 
     /// The text in the document; "" when the reference is not set.
@@ -132,10 +142,10 @@ private:
     std::string text_;
 };
 
-/// `name` as it stands in a path.
+/// `name` as it stands in a path: "~" becomes "~0" and "/" becomes "~1".
 [[nodiscard]] CORVANE_EXPORT std::string escapeName(std::string_view name);
 
-/// The name that `escaped` stands for.
+/// The name that `escaped` stands for. A "~" that begins no escape stands for itself.
 [[nodiscard]] CORVANE_EXPORT std::string unescapeName(std::string_view escaped);
 
 } // namespace corvane::workbench::model

@@ -8,9 +8,12 @@
 
 namespace corvane::workbench::process {
 
-/// Something that an element reports at run time. Told from another by its address.
+/// Something that an element reports at run time. Elements of a class share their event objects: an
+/// event is told from another by its address, and lives as long as its plug-in.
 class CORVANE_EXPORT Event {
 public:
+    /// `name` is what the runtime knows it by; it is not translated. `directions` is empty for an
+    /// event that belongs to neither side of the traffic.
     Event(std::string name, Flags<io::Direction> directions);
     Event(const Event&) = delete;
     Event& operator=(const Event&) = delete;

@@ -6,9 +6,11 @@
 
 namespace corvane::workbench::process {
 
-/// Something that an element can be told to do at run time. Told from another by its address.
+/// Something that an element can be told to do at run time. Elements of a class share their task
+/// objects: a task is told from another by its address, and lives as long as its plug-in.
 class CORVANE_EXPORT Task {
 public:
+    /// `name` is what the runtime knows it by; it is not translated.
     explicit Task(std::string name);
     Task(const Task&) = delete;
     Task& operator=(const Task&) = delete;

@@ -5,9 +5,9 @@
 #include <corvane/utils/json/Decoder.hpp>
 #include <corvane/utils/json/Encoder.hpp>
 #include <corvane/utils/memory/Pool.hpp>
-#include <corvane/workbench/FunctionRef.hpp>
 #include <corvane/workbench/bindings/PropertyConfigurationContext.hpp>
 #include <corvane/workbench/bindings/PropertyController.hpp>
+#include <corvane/workbench/function_ref.hpp>
 
 #include <memory>
 #include <optional>
@@ -16,6 +16,9 @@
 
 namespace corvane::workbench::config {
 class Context;
+}
+namespace corvane::workbench::host {
+class Internals;
 }
 namespace corvane::workbench::model {
 class Attribute;
@@ -32,22 +35,21 @@ class Binding;
 
 /// A plug-in's half of an element of the project: its fields and behaviour. The other half, the
 /// place in the project's tree, is its model::Element. The order of the virtual operations is part
-/// of the plug-in boundary; all are called by the host, on one thread.
+/// of the plug-in boundary.
+///
+/// All are called by the host, on the thread that owns the model (thread/Owner.hpp): calls never
+/// overlap, and what one has done the next one sees, whatever thread it comes from. One import runs
+/// to its end on the thread that called it.
 ///
 /// An element's life: made by its class's factory (`createElement` or `cloneElement`), given its
 /// model element, then either `load` or `makeDefault`, then `configureProperties`, then the first
 /// publication of its properties. `save`, the visits and `createBinding` may follow at any time.
-class CORVANE_EXPORT Element : public bindings::PropertyController {
+class CORVANE_EXPORT Element : public bindings::PropertyController, public utils::memory::Pooled {
 public:
     class Class;
 
-    static void* operator new(std::size_t size) { return utils::memory::allocatePooled(size); }
-    static void operator delete(void* element, std::size_t size) {
-        utils::memory::freePooled(element, size);
-    }
-
     /// Visits the skill elements of the model element's children.
-    void forEachSubPropertyContainer(FunctionRef<void(PropertyContainer&)> visit) override;
+    void forEachSubPropertyContainer(function_ref<void(PropertyContainer&)> visit) override;
 
     /// Declares validators and change subscriptions. The model element stands in its tree, and the
     /// elements above it and below it are loaded. Nothing is declared by default.
@@ -66,9 +68,9 @@ public:
 
     // Each visits the members that the element publishes, in a fixed order, and stops where the
     // callback returns true; the result says whether it did. By default there are none.
-    virtual bool forEachAttribute(FunctionRef<bool(const model::Attribute&)> visit) const;
-    virtual bool forEachEvent(FunctionRef<bool(const process::Event&)> visit) const;
-    virtual bool forEachTask(FunctionRef<bool(const process::Task&)> visit) const;
+    virtual bool forEachAttribute(function_ref<bool(const model::Attribute&)> visit) const;
+    virtual bool forEachEvent(function_ref<bool(const process::Event&)> visit) const;
+    virtual bool forEachTask(function_ref<bool(const process::Task&)> visit) const;
 
     /// The builder of the element's property form. It must not outlive the element.
     [[nodiscard]] virtual std::unique_ptr<Binding> createBinding();
@@ -119,7 +121,7 @@ protected:
     void publishElementMembers();
 
 private:
-    friend class model::Element;
+    friend class host::Internals;
     model::Element* modelElement_ = nullptr;
 };
 

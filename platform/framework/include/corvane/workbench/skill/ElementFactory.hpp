@@ -7,14 +7,16 @@
 
 namespace corvane::workbench::skill {
 
-/// Makes the elements of one class.
+/// Makes the elements of one class. The order of the virtual operations is part of the plug-in
+/// boundary; the host calls them, and what they throw ends the load, the import or the edit that
+/// asked for the element.
 class CORVANE_EXPORT AbstractElementFactory {
 public:
     AbstractElementFactory(const AbstractElementFactory&) = delete;
     AbstractElementFactory& operator=(const AbstractElementFactory&) = delete;
     virtual ~AbstractElementFactory();
 
-    /// A new element in its default state.
+    /// A new element in its default state, without a place in a project. Never null.
     [[nodiscard]] virtual std::unique_ptr<Element> createElement() const = 0;
 
     /// A copy of an element's own fields, belonging to no place in a project yet. Throws
@@ -25,6 +27,8 @@ protected:
     constexpr AbstractElementFactory() = default;
 };
 
+/// The factory of elements of type T, a constant-initialised static of its plug-in. T can be
+/// default-constructed and copied.
 template <class T>
 class ElementFactory final : public AbstractElementFactory {
 public:

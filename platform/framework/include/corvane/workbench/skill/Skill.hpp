@@ -2,7 +2,7 @@
 
 #include <corvane/utils/Export.hpp>
 #include <corvane/utils/core/Uuid.hpp>
-#include <corvane/workbench/FunctionRef.hpp>
+#include <corvane/workbench/function_ref.hpp>
 #include <corvane/workbench/skill/ElementClass.hpp>
 
 #include <memory>
@@ -11,7 +11,8 @@
 
 namespace corvane::workbench::skill {
 
-/// What a skill's `registerElementClasses` hands its classes to.
+/// What a skill's `registerElementClasses` hands its classes to. The host refuses the plug-in when
+/// two classes share a name or a UUID.
 class CORVANE_EXPORT ElementClassRegistrar {
 public:
     /// `elementClass` stays the plug-in's and lives until the plug-in is unloaded.
@@ -23,7 +24,8 @@ private:
     std::vector<const Element::Class*> classes_;
 };
 
-/// A family of element classes that a plug-in brings. The host holds one object per loaded skill.
+/// A family of element classes that a plug-in brings. The host holds one object per loaded skill
+/// and destroys it before the plug-in is unloaded, after its last element.
 class CORVANE_EXPORT Skill {
 public:
     class Class;
@@ -48,19 +50,22 @@ public:
 
     /// The name in documents; unique among the loaded skills.
     [[nodiscard]] virtual std::string_view name() const = 0;
+    /// Unique among all skills; a second plug-in with the same one is not loaded.
     [[nodiscard]] virtual utils::core::Uuid uuid() const = 0;
 
     /// Called once after loading: adds every element class, in a fixed order.
     virtual void registerElementClasses(ElementClassRegistrar& registrar) const = 0;
 
-    /// Called once after `registerElementClasses`.
+    /// Called once after `registerElementClasses`. What any of these operations throws ends the
+    /// loading of the plug-in.
     [[nodiscard]] virtual std::unique_ptr<Skill> createSkill() const = 0;
 
     /// Whether elements of a class may stand directly under the skill.
     [[nodiscard]] virtual bool isTopLevelElementClass(const Element::Class& elementClass) const = 0;
 
-    /// Visits the class objects that exist, in the order of their construction.
-    static void forEachRegistered(FunctionRef<void(const Class&)> visit);
+    /// Visits the class objects that exist, in the order of their construction. The host's way to
+    /// find what a module has brought; `visit` loads and unloads nothing.
+    static void forEachRegistered(function_ref<void(const Class&)> visit);
 
 protected:
     /// Registers the object; allocates nothing, calls nothing virtual and cannot fail.

@@ -15,9 +15,9 @@ public:
         std::u16string text;  // what is shown, translated
     };
 
-    ChoiceList(Texts texts, bindings::PropertyHandle property, Accessor<std::u16string> accessor,
-               std::vector<Choice> choices)
-        : Control(std::move(texts), property),
+    ChoiceList(std::string_view key, Texts texts, bindings::PropertyHandle property,
+               Accessor<std::u16string> accessor, std::vector<Choice> choices)
+        : Control(key, std::move(texts), property),
           accessor_(std::move(accessor)),
           choices_(std::move(choices)) {}
 
@@ -39,9 +39,9 @@ private:
 /// A choice between false and true, each with a text of its own.
 class CORVANE_EXPORT FlagChoice final : public Control {
 public:
-    FlagChoice(Texts texts, bindings::PropertyHandle property, Accessor<bool> accessor,
-               std::u16string falseText, std::u16string trueText)
-        : Control(std::move(texts), property),
+    FlagChoice(std::string_view key, Texts texts, bindings::PropertyHandle property,
+               Accessor<bool> accessor, std::u16string falseText, std::u16string trueText)
+        : Control(key, std::move(texts), property),
           accessor_(std::move(accessor)),
           stateTexts_{std::move(falseText), std::move(trueText)} {}
 

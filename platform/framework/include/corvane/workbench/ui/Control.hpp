@@ -1,13 +1,18 @@
 #pragma once
 
 #include <corvane/utils/Export.hpp>
+#include <corvane/utils/thread/Owner.hpp>
 #include <corvane/workbench/bindings/PropertyHandle.hpp>
 #include <corvane/workbench/model/ElementReference.hpp>
 
+#include <concepts>
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -41,12 +46,37 @@ using StoredValue =
 /// Success, or the translated reason why a value was refused.
 using SetResult = std::expected<void, std::u16string>;
 
+/// A function that a plug-in gives to a control: a call across the boundary, so for the owner of
+/// the model alone.
+template <class Signature>
+class ControlFunction;
+
+template <class Result, class... Arguments>
+class ControlFunction<Result(Arguments...)> {
+public:
+    ControlFunction() = default;
+    template <class Callable>
+        requires(!std::same_as<std::remove_cvref_t<Callable>, ControlFunction> &&
+                 std::is_invocable_r_v<Result, Callable&, Arguments...>)
+    ControlFunction(Callable&& callable) : function_(std::forward<Callable>(callable)) {}
+
+    [[nodiscard]] explicit operator bool() const { return function_ != nullptr; }
+
+    Result operator()(Arguments... arguments) const {
+        utils::thread::expectOwner();
+        return function_(std::forward<Arguments>(arguments)...);
+    }
+
+private:
+    std::function<Result(Arguments...)> function_;
+};
+
 /// Reads and writes the field behind a control. The setter stores and publishes only a value that
 /// differs from the current one.
 template <class T>
 struct Accessor {
-    std::function<T()> get;
-    std::function<void(T)> set;
+    ControlFunction<T()> get;
+    ControlFunction<void(T)> set;
 };
 
 /// Dispatch over the kinds of controls.
@@ -74,6 +104,11 @@ public:
     Control& operator=(const Control&) = delete;
     virtual ~Control();
 
+    /// Names the control among those of its form: the same in every language and in each form of
+    /// the class, and no two controls of a form have the same.
+    [[nodiscard]] std::string_view key() const { return key_; }
+
+    /// What the user reads, of which nothing need be unique.
     [[nodiscard]] const Texts& texts() const { return texts_; }
 
     /// The property that the control shows; empty for a control without one.
@@ -96,6 +131,13 @@ public:
 
     virtual void accept(ControlVisitor& visitor) = 0;
 
+    /// Shows the same property of another element of the same class from now on: for a binding that
+    /// moves there, and has its accessors read that element.
+    void moveTo(bindings::PropertyController& element) {
+        if (property_)
+            property_ = property_->of(element);
+    }
+
     /// What the field holds now; nothing where the control has no field to be set.
     [[nodiscard]] virtual StoredValue storedValue() const { return std::monostate(); }
 
@@ -105,13 +147,15 @@ public:
     virtual void restoreValue(const StoredValue& value);
 
 protected:
-    Control(Texts texts, std::optional<bindings::PropertyHandle> property)
-        : texts_(std::move(texts)), property_(property) {}
+    /// `key` is not copied: it is a literal as a rule.
+    Control(std::string_view key, Texts texts, std::optional<bindings::PropertyHandle> property)
+        : key_(key), texts_(std::move(texts)), property_(property) {}
 
     /// The refusal of a value of a type that the control does not take.
     [[nodiscard]] static SetResult refuseType();
 
 private:
+    std::string_view key_;
     Texts texts_;
     std::optional<bindings::PropertyHandle> property_;
 };

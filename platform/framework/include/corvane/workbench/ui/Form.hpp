@@ -2,6 +2,7 @@
 
 #include <corvane/utils/Export.hpp>
 
+#include <string_view>
 #include <vector>
 
 namespace corvane::workbench::ui {
@@ -18,14 +19,20 @@ public:
     /// All controls in form order.
     [[nodiscard]] std::vector<Control*> controls() const;
 
+    /// The control with this key; null if there is none.
+    [[nodiscard]] Control* find(std::string_view key) const;
+
 private:
+    void add(std::vector<Control*>& part, Control& control);
+
     friend class Form;
     friend class Group;
     std::vector<Control*> grouped_;
     std::vector<Control*> direct_;
 };
 
-/// A handle on the group of a form. Adding to a default-constructed one throws std::logic_error.
+/// A handle on the group of a form. Adding to a default-constructed one throws std::logic_error, as
+/// does adding a second control with the same key to one form.
 class CORVANE_EXPORT Group {
 public:
     Group() = default;
@@ -38,7 +45,8 @@ private:
 };
 
 /// A handle on a form under construction. Using a default-constructed one throws std::logic_error.
-/// The form refers to the controls; they must outlive it.
+/// The form refers to the controls; they must outlive it. No two of them have the same key: adding
+/// a second one throws std::logic_error.
 class CORVANE_EXPORT Form {
 public:
     Form() = default;

@@ -7,8 +7,9 @@ namespace corvane::workbench::ui {
 /// A text that is shown and cannot be edited.
 class CORVANE_EXPORT InfoField final : public Control {
 public:
-    InfoField(Texts texts, bindings::PropertyHandle property, std::function<std::u16string()> get)
-        : Control(std::move(texts), property), get_(std::move(get)) {}
+    InfoField(std::string_view key, Texts texts, bindings::PropertyHandle property,
+              ControlFunction<std::u16string()> get)
+        : Control(key, std::move(texts), property), get_(std::move(get)) {}
 
     [[nodiscard]] ControlValue value() const override { return get_(); }
     /// Refuses every value.
@@ -16,7 +17,7 @@ public:
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
 
 private:
-    std::function<std::u16string()> get_;
+    ControlFunction<std::u16string()> get_;
 };
 
 } // namespace corvane::workbench::ui

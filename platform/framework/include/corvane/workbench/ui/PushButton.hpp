@@ -12,18 +12,19 @@ namespace corvane::workbench::ui {
 class CORVANE_EXPORT PushButton final : public Control {
 public:
     /// Makes a document of a file, or gives the translated text that says why not; changes nothing.
-    using Action = std::function<std::expected<ImportedDocument, std::u16string>(
+    using Action = ControlFunction<std::expected<ImportedDocument, std::u16string>(
         const std::filesystem::path&)>;
 
     /// `extension` begins with a dot.
-    PushButton(Texts texts, std::string extension, Action action)
-        : Control(std::move(texts), std::nullopt),
+    PushButton(std::string_view key, Texts texts, std::string extension, Action action)
+        : Control(key, std::move(texts), std::nullopt),
           extension_(std::move(extension)),
           action_(std::move(action)) {}
 
     /// The extension of the files that the button offers.
     [[nodiscard]] const std::string& extension() const { return extension_; }
 
+    /// Runs the action to its end, on the calling thread, which owns the model.
     [[nodiscard]] std::expected<ImportedDocument, std::u16string>
     press(const std::filesystem::path& file) {
         return action_(file);

@@ -14,13 +14,13 @@ public:
     /// parts so that one element can be judged without a look at all the others.
     struct Candidates {
         /// The element below which the candidates stand; asked at each look.
-        std::function<model::Element*()> scope;
-        std::function<bool(const model::Element&)> accepts;
+        ControlFunction<model::Element*()> scope;
+        ControlFunction<bool(const model::Element&)> accepts;
     };
 
-    ReferenceChooser(Texts texts, bindings::PropertyHandle property,
+    ReferenceChooser(std::string_view key, Texts texts, bindings::PropertyHandle property,
                      Accessor<model::ElementReference> accessor, Candidates candidates)
-        : Control(std::move(texts), property),
+        : Control(key, std::move(texts), property),
           accessor_(std::move(accessor)),
           candidates_(std::move(candidates)) {}
 

@@ -17,7 +17,7 @@ public:
     };
     struct Settings {
         int preferredWidth = 0; // pixels; 0 leaves it to the layout
-        int minimumDigits = 0;
+        int minimumDigits = 0;  // a shorter number is shown with zeros in front
     };
 
     [[nodiscard]] const Range& range() const { return range_; }
@@ -33,8 +33,9 @@ public:
     void restoreValue(const StoredValue& value) override;
 
 protected:
-    SpinBoxControl(Texts texts, bindings::PropertyHandle property, Range range, Settings settings)
-        : Control(std::move(texts), property), range_(range), settings_(settings) {}
+    SpinBoxControl(std::string_view key, Texts texts, bindings::PropertyHandle property,
+                   Range range, Settings settings)
+        : Control(key, std::move(texts), property), range_(range), settings_(settings) {}
     virtual void store(std::uint64_t value) = 0;
 
 private:
@@ -46,9 +47,9 @@ private:
 template <std::unsigned_integral Number>
 class SpinBox final : public SpinBoxControl {
 public:
-    SpinBox(Texts texts, bindings::PropertyHandle property, Accessor<Number> accessor, Range range,
-            Settings settings)
-        : SpinBoxControl(std::move(texts), property, range, settings),
+    SpinBox(std::string_view key, Texts texts, bindings::PropertyHandle property,
+            Accessor<Number> accessor, Range range, Settings settings)
+        : SpinBoxControl(key, std::move(texts), property, range, settings),
           accessor_(std::move(accessor)) {}
 
     [[nodiscard]] ControlValue value() const override {

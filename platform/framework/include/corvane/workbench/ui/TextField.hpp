@@ -21,12 +21,12 @@ public:
         int minimumWidth = 0;   // pixels; 0 leaves it to the layout
         int preferredWidth = 0; // pixels; 0 leaves it to the layout
         /// Corrects what a user typed, after each edit; may be empty.
-        std::function<void(TextEdit&)> fixUp;
+        ControlFunction<void(TextEdit&)> fixUp;
     };
 
-    TextField(Texts texts, bindings::PropertyHandle property, Accessor<std::u16string> accessor,
-              Settings settings)
-        : Control(std::move(texts), property),
+    TextField(std::string_view key, Texts texts, bindings::PropertyHandle property,
+              Accessor<std::u16string> accessor, Settings settings)
+        : Control(key, std::move(texts), property),
           accessor_(std::move(accessor)),
           settings_(std::move(settings)) {}
 
@@ -37,8 +37,10 @@ public:
     /// Takes a text, corrected by the fix-up as if it had been typed.
     SetResult setValue(const ControlValue& value) override;
 
-    /// Takes what a user typed and leaves in `edit` what the field shall show.
-    void enter(TextEdit& edit);
+    /// What a text becomes when it is entered, with the cursor and the anchor moved along: for
+    /// editors that show the correction while the user types. Such an editor sets what was typed;
+    /// `setValue` corrects it in the same way.
+    [[nodiscard]] TextEdit corrected(TextEdit edit) const;
 
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
     [[nodiscard]] StoredValue storedValue() const override { return accessor_.get(); }

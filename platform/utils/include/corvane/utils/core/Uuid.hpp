@@ -23,10 +23,11 @@ public:
     constexpr Uuid() = default;
     [[nodiscard]] static constexpr Uuid fromRawData(const RawData& data) { return Uuid(data); }
 
-    /// The name-based UUID (SHA-1) of `name` in the namespace `space`.
+    /// The name-based UUID (SHA-1) of the bytes of `name` in the namespace `space`: the same for
+    /// the same two, everywhere and always.
     [[nodiscard]] static Uuid createVersion5(const Uuid& space, std::string_view name);
 
-    /// A random UUID.
+    /// A random UUID, from the system's source of random bytes.
     [[nodiscard]] static Uuid createVersion4();
 
     /// Reads the canonical form, 8-4-4-4-12 hexadecimal digits of either case; empty for any other
@@ -36,6 +37,7 @@ public:
     /// The canonical form in lower case, 36 characters.
     [[nodiscard]] std::string toString() const;
 
+    /// The 16 bytes, most significant first.
     [[nodiscard]] constexpr const RawData& rawData() const { return data_; }
 
     friend constexpr auto operator<=>(const Uuid&, const Uuid&) = default;

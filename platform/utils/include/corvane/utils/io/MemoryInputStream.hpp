@@ -6,7 +6,8 @@
 
 namespace corvane::utils::io {
 
-/// Reads bytes that somebody else keeps: they must outlive the stream.
+/// Reads bytes that somebody else keeps: they must outlive the stream. They are its buffer, so
+/// nothing is copied, and no operation of it can fail.
 class CORVANE_EXPORT MemoryInputStream final : public InputStream {
 public:
     explicit MemoryInputStream(std::string_view bytes) : bytes_(bytes) { rewind(); }

@@ -21,6 +21,8 @@ public:
     OutputStream& operator=(const OutputStream&) = delete;
     virtual ~OutputStream();
 
+    /// Writes all of `bytes`, or throws what the sink's failure throws; how much of them it took
+    /// then is not known.
     void write(std::string_view bytes) {
         if (bytes.size() > room()) {
             writeBlock(bytes);
@@ -29,6 +31,7 @@ public:
         cursor_ = string::copyText(cursor_, bytes);
     }
 
+    /// The same for one byte.
     void put(char byte) {
         if (cursor_ == end_)
             overflow();
@@ -44,10 +47,11 @@ public:
     }
     void commit(char* end) { cursor_ = end; }
 
-    /// Hands everything that is buffered to the sink.
+    /// Hands everything that is buffered to the sink. Nobody does it for the caller: a stream that
+    /// is destroyed drops what it still holds.
     virtual void flush();
 
-    /// What the stream writes to, for messages.
+    /// What the stream writes to, for messages. Valid as long as the stream.
     [[nodiscard]] virtual std::string_view description() const = 0;
 
 protected:
@@ -60,6 +64,7 @@ protected:
     /// Writes a block that does not fit into the buffer.
     virtual void writeBlock(std::string_view bytes) = 0;
 
+    /// How many bytes the buffer still takes.
     [[nodiscard]] std::size_t room() const { return static_cast<std::size_t>(end_ - cursor_); }
 
     char* cursor_ = nullptr;

@@ -17,6 +17,10 @@
 /// abandoned. A destructor may otherwise throw what the stream throws.
 ///
 /// Strings are UTF-8. Bytes that are not are written as U+FFFD, so that a document is always valid.
+/// Beyond quotes, backslashes and control characters nothing is escaped.
+///
+/// Every writing operation throws what the stream throws, and nothing else; the document is then to
+/// be abandoned.
 namespace corvane::utils::json::encoder {
 
 enum class Format : std::uint8_t {
@@ -31,15 +35,19 @@ enum class Format : std::uint8_t {
 /// their characters; others are escaped as they are written.
 class Key {
 public:
+    /// A literal of printable ASCII without quotes and backslashes; any other does not compile.
     template <std::size_t size>
     consteval Key(const char (&literal)[size]) : text_(literal, size - 1), plain_(true) {
         for (char c : text_)
             if (c < 0x20 || c > 0x7e || c == '"' || c == '\\')
                 throw "the key needs escapes";
     }
+    /// A name of which nothing is known before it is written. It must outlive the call that it is
+    /// given to.
     static constexpr Key of(std::string_view text) { return Key(text); }
 
     [[nodiscard]] constexpr std::string_view text() const { return text_; }
+    /// Whether the text is known to need no escape.
     [[nodiscard]] constexpr bool plain() const { return plain_; }
 
 private:
@@ -59,9 +67,13 @@ public:
     Writer(io::OutputStream& stream, Format format) : stream_(&stream), format_(format) {}
 
     void open(char bracket);
+    /// `empty` says that nothing was written since the bracket was opened.
     void close(char bracket, bool empty);
+    /// What stands in front of a member's value: comma, name, colon.
     void beginMember(Key key, bool first);
+    /// What stands in front of an array's entry: comma, and the line end where there are lines.
     void beginEntry(bool first);
+    /// A string with its quotes.
     void string(std::string_view utf8);
     void wideString(std::u16string_view utf16);
     void raw(std::string_view text) { stream_->write(text); }
@@ -75,7 +87,7 @@ private:
     unsigned depth_ = 0; // of arrays: only they indent
 };
 
-/// One open bracket.
+/// One open bracket. Its destructor closes it, unless it is an exception that ends the scope.
 class CORVANE_EXPORT Scope {
 public:
     Scope(const Scope&) = delete;
@@ -85,6 +97,7 @@ protected:
     Scope(Writer& writer, char open, char close);
     ~Scope() noexcept(false);
 
+    /// Whether what is about to be written is the first in the scope; asked once for each.
     [[nodiscard]] bool takeFirst() {
         const bool first = empty_;
         empty_ = false;
@@ -104,8 +117,11 @@ private:
 /// An open object. Members are written in the order of the calls; nothing looks for duplicates.
 class CORVANE_EXPORT Object : public detail::Scope {
 public:
+    // A member that is an object or an array of its own: the result is its scope, and this one must
+    // wait until it is closed.
     [[nodiscard]] Object addObject(Key key);
     [[nodiscard]] Array addArray(Key key);
+
     void addStringView(Key key, std::string_view utf8) {
         member(key);
         writer_->string(utf8);
@@ -114,16 +130,18 @@ public:
         member(key);
         writer_->wideString(utf16);
     }
-    /// `number` is the text of a JSON number, written as it is.
+    /// `number` is the text of a JSON number, written as it is: nothing checks it.
     void addPreformattedNumber(Key key, std::string_view number) {
         member(key);
         writer_->raw(number);
     }
+    /// In decimal; a number beyond 53 bits is written in full, too.
     template <std::integral Number>
         requires(!std::same_as<Number, bool>)
     void addNumber(Key key, Number number) {
         addPreformattedNumber(key, numeric::detail::formatNumber(number).view());
     }
+    /// A truth value, and no other type that would become one.
     void add(Key key, std::same_as<bool> auto value) {
         addPreformattedNumber(key, value ? std::string_view("true") : std::string_view("false"));
     }
@@ -136,7 +154,7 @@ private:
     void member(Key key) { writer_->beginMember(key, takeFirst()); }
 };
 
-/// An open array.
+/// An open array. Its entries are written in the order of the calls, as Object's members are.
 class CORVANE_EXPORT Array : public detail::Scope {
 public:
     [[nodiscard]] Object addObject();

@@ -13,8 +13,10 @@ namespace corvane::utils::json::encoder {
 
 namespace detail {
 
+/// A byte of UTF-8, or a code unit of UTF-16.
 constexpr bool isPlain(char16_t c) { return c >= 0x20 && c < 0x80 && c != '"' && c != '\\'; }
 
+/// The same for eight bytes at once.
 constexpr bool isPlainWord(std::uint64_t bytes) {
     namespace word = string::word;
     return (word::notAscii(bytes) | word::lessThan(bytes, 0x20) | word::equalTo(bytes, '"') |
@@ -37,6 +39,7 @@ bool allWords(std::string_view text, const Look& look) {
 
 } // namespace detail
 
+/// Whether all of `text` is plain; the empty text is.
 [[nodiscard]] inline bool isPlain(std::string_view text) {
     if (text.size() < string::word::kSize)
         return std::ranges::all_of(
@@ -46,7 +49,8 @@ bool allWords(std::string_view text, const Look& look) {
 }
 
 /// Copies `text` to `target`, where there is room for it, if it is plain, looking and copying in
-/// one go. Returns the end of the copy, or null when the text is not plain.
+/// one go. Returns the end of the copy, or null when the text is not plain: what stands at `target`
+/// then is of no use.
 [[nodiscard]] inline char* copyPlain(char* target, std::string_view text) {
     if (text.size() < string::word::kSize) {
         for (const char c : text) {

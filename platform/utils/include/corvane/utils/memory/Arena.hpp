@@ -29,7 +29,8 @@ public:
         return std::exchange(next_, next_ + size);
     }
 
-    /// Gives everything back.
+    /// Gives everything back: what was allocated must not be used any more, and no destructor is
+    /// called. The arena is as new.
     void release();
 
 private:

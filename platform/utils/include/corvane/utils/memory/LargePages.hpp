@@ -13,6 +13,11 @@ namespace corvane::utils::memory {
 /// the block stays the caller's, and small blocks are left alone.
 CORVANE_EXPORT void preferLargePages(void* block, std::size_t size);
 
+/// Fills a block with zeros. The pages of one that is so large that it has pages of its own are not
+/// touched: the system takes them back and gives zeros where they are next used, as it does for
+/// memory that is fresh anyway.
+CORVANE_EXPORT void fillWithZeros(void* block, std::size_t size);
+
 struct FreeBlock {
     std::align_val_t alignment{};
 

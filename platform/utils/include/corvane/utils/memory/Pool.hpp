@@ -13,12 +13,29 @@ namespace corvane::utils::memory {
 ///
 /// Objects beyond `kLargestPooled` bytes get ordinary memory. Throws std::bad_alloc.
 ///
-/// For one thread at a time, like the objects that it is made for.
+/// For the owner of the model alone (thread/Owner.hpp), like the objects that it is made for.
 [[nodiscard]] CORVANE_EXPORT void* allocatePooled(std::size_t size);
 
 /// For the class's operator delete, with the size that was asked for.
 CORVANE_EXPORT void freePooled(void* place, std::size_t size) noexcept;
 
 inline constexpr std::size_t kLargestPooled = 512;
+
+/// The base of a class whose objects, and those of the classes derived from it, stand in pooled
+/// memory. Whoever deletes one through a base needs a virtual destructor there: the size tells
+/// where the place belongs.
+class Pooled {
+public:
+    static void* operator new(std::size_t size) { return allocatePooled(size); }
+    static void operator delete(void* object, std::size_t size) noexcept {
+        freePooled(object, size);
+    }
+
+protected:
+    Pooled() = default;
+    Pooled(const Pooled&) = default;
+    Pooled& operator=(const Pooled&) = default;
+    ~Pooled() = default;
+};
 
 } // namespace corvane::utils::memory

@@ -8,7 +8,7 @@
 
 namespace corvane::utils::numeric::detail {
 
-/// A number's decimal text, kept in place.
+/// A number's decimal text, kept in place: nothing is allocated, and no locale is asked.
 template <std::integral Number>
 class FormattedNumber {
 public:
@@ -26,7 +26,11 @@ private:
     char* end_;
 };
 
-/// Decimal text without leading zeros: at most 5 characters for an unsigned 16-bit number.
+/// Decimal text without leading zeros, "-" in front of a negative number: at most 5 characters for
+/// an unsigned 16-bit number, 20 for any. To be used where it stands, since the text lives in the
+/// result:
+///
+///     text.append(formatNumber(index).view());
 template <std::integral Number>
 [[nodiscard]] FormattedNumber<Number> formatNumber(Number number) {
     return FormattedNumber<Number>(number);

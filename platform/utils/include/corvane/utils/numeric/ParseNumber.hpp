@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+/// Decimal numbers as documents and forms carry them. Only the digits of ASCII count, no locale is
+/// asked, and neither a sign nor a blank belongs to a number.
 namespace corvane::utils::numeric {
 
 /// The number that the leading decimal digits of `text` give; what follows them is not looked at,
@@ -19,7 +21,8 @@ template <std::unsigned_integral Number>
     return number;
 }
 
-/// As `parseLeadingDigits`, but the whole of `text` must be digits.
+/// As `parseLeadingDigits`, but the whole of `text` must be digits: empty for "", "7 " and "+7".
+/// Leading zeros do not matter, however many there are.
 template <std::unsigned_integral Number>
 [[nodiscard]] std::optional<Number> parseDigits(std::string_view text) {
     Number number{};

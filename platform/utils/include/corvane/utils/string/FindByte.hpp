@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <cstring>
 
-/// Searches in text that is given by its ends.
+/// Searches in text that is given by its ends. No byte means anything but itself: zeros and bytes
+/// of UTF-8 are looked for like any other.
 namespace corvane::utils::string {
 
 /// The first `byte` in [begin, end), or `end`.

@@ -12,11 +12,13 @@ namespace corvane::utils::string::word {
 
 inline constexpr std::size_t kSize = sizeof(std::uint64_t);
 
+/// A word of eight such bytes.
 constexpr std::uint64_t repeat(std::uint8_t byte) { return byte * 0x0101010101010101u; }
 
 inline constexpr std::uint64_t kHighBits = repeat(0x80);
 
-/// The first byte of the text becomes the lowest of the word.
+/// The eight bytes at `text`, all of which can be read; it need not be aligned. The first byte of
+/// the text becomes the lowest of the word, on every machine.
 inline std::uint64_t load(const char* text) {
     std::uint64_t word = 0;
     std::memcpy(&word, text, kSize);
@@ -25,15 +27,18 @@ inline std::uint64_t load(const char* text) {
     return word;
 }
 
+/// The bytes that are `byte`.
 constexpr std::uint64_t equalTo(std::uint64_t word, char byte) {
     const std::uint64_t difference = word ^ repeat(static_cast<std::uint8_t>(byte));
     return (difference - repeat(1)) & ~difference & kHighBits;
 }
 
+/// The bytes below `limit`, which is at most 0x80.
 constexpr std::uint64_t lessThan(std::uint64_t word, std::uint8_t limit) {
     return (word - repeat(limit)) & ~word & kHighBits;
 }
 
+/// The bytes beyond ASCII. Here no byte is marked wrongly.
 constexpr std::uint64_t notAscii(std::uint64_t word) { return word & kHighBits; }
 
 /// Where the first marked byte stands; the mask must not be empty.

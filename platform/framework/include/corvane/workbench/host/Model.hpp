@@ -1,0 +1,61 @@
+#pragma once
+
+#include <corvane/utils/Export.hpp>
+#include <corvane/workbench/host/ReferenceTable.hpp>
+#include <corvane/workbench/model/Element.hpp>
+
+#include <cstdint>
+#include <string_view>
+
+namespace corvane::workbench::host {
+
+/// The tree of a project.
+class CORVANE_EXPORT Model {
+public:
+    Model();
+    Model(const Model&) = delete;
+    Model& operator=(const Model&) = delete;
+    ~Model();
+
+    /// The nameless element above those at the top; it has no skill element.
+    [[nodiscard]] model::Element& root() { return root_; }
+    [[nodiscard]] const model::Element& root() const { return root_; }
+
+    /// What an element of this tree stands below: its parent, or the root for one at the top.
+    [[nodiscard]] model::Element& parentOf(model::Element& element) {
+        return parentOr(root_, element);
+    }
+    [[nodiscard]] const model::Element& parentOf(const model::Element& element) const {
+        return parentOr(root_, element);
+    }
+
+    /// The element with this path ("/PLC/Data/speed", names escaped); null if there is none.
+    [[nodiscard]] model::Element* findElement(std::string_view path) const;
+
+    /// The references that wait for elements of this tree.
+    [[nodiscard]] ReferenceTable& references() { return references_; }
+
+    /// Gives waiting references their elements; true if any was resolved. Those that were are noted
+    /// in `found` where there is one.
+    bool resolveReferences(ReferenceLog* found = nullptr);
+
+    /// Grows with every change of a name or a place: what was derived from paths is valid as long
+    /// as it stays the same.
+    [[nodiscard]] std::uint64_t epoch() const { return epoch_; }
+
+    /// To be called by whoever changes a name or a place.
+    void notePathChange() { ++epoch_; }
+
+private:
+    template <class E>
+    static E& parentOr(E& root, E& element) {
+        auto* const parent = element.parentElement();
+        return parent == nullptr ? root : *parent;
+    }
+
+    std::uint64_t epoch_ = 1;
+    ReferenceTable references_;
+    model::Element root_;
+};
+
+} // namespace corvane::workbench::host

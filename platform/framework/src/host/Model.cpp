@@ -1,0 +1,32 @@
+#include <corvane/workbench/host/Model.hpp>
+
+#include "host/Internals.hpp"
+
+namespace corvane::workbench::host {
+
+using model::Element;
+
+Model::Model() : root_(Internals::makeRoot(this)) {}
+
+Model::~Model() = default;
+
+Element* Model::findElement(std::string_view path) const {
+    if (!path.starts_with('/'))
+        return nullptr;
+    const Element* element = &root_;
+    while (!path.empty()) {
+        path.remove_prefix(1);
+        const auto name = path.substr(0, path.find('/'));
+        element = element->findChild(model::unescapeName(name));
+        if (element == nullptr)
+            return nullptr;
+        path.remove_prefix(name.size());
+    }
+    return const_cast<Element*>(element);
+}
+
+bool Model::resolveReferences(ReferenceLog* found) {
+    return references_.resolve([this](std::string_view text) { return findElement(text); }, found);
+}
+
+} // namespace corvane::workbench::host

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Control characters in UTF-8: U+0000 to U+001F and U+007F to U+009F. A terminal obeys them, and
+/// no text that is one line contains any.
+namespace corvane::utils::string {
+
+/// The bytes of the control character that `utf8`, which is not empty, begins with: 1 or, above
+/// U+007F, 2; 0 where it begins with another character.
+[[nodiscard]] inline std::size_t controlCharacterAtFront(std::string_view utf8) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
+    if (byte(0) < 0x20 || byte(0) == 0x7f)
+        return 1;
+    return byte(0) == 0xc2 && utf8.size() > 1 && byte(1) >= 0x80 && byte(1) < 0xa0 ? 2 : 0;
+}
+
+/// Whether there is a control character in `utf8`.
+[[nodiscard]] inline bool hasControlCharacter(std::string_view utf8) {
+    for (; !utf8.empty(); utf8.remove_prefix(1))
+        if (controlCharacterAtFront(utf8) != 0)
+            return true;
+    return false;
+}
+
+/// `utf8` with each control character that is not in `kept` replaced by one "?", so that the text
+/// has as many characters as before.
+[[nodiscard]] inline std::string maskControlCharacters(std::string_view utf8,
+                                                       std::string_view kept = {}) {
+    std::string masked;
+    masked.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const auto size = controlCharacterAtFront(utf8);
+        const bool mask = size != 0 && !kept.contains(utf8.front());
+        masked += mask ? '?' : utf8.front();
+        utf8.remove_prefix(mask ? size : 1);
+    }
+    return masked;
+}
+
+} // namespace corvane::utils::string

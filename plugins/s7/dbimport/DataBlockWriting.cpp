@@ -1,0 +1,114 @@
+#include "dbimport/DataBlockWriting.hpp"
+
+#include "dbimport/DataBlockReading.hpp"
+#include "dbimport/context/ImportContext.hpp"
+#include "dbimport/facts/DocumentKeys.hpp"
+#include "dbimport/facts/Messages.hpp"
+#include "dbimport/tree/ElementPath.hpp"
+#include "dbimport/tree/MemoryPosition.hpp"
+#include "elements/DocumentKeys.hpp"
+#include "elements/Plc.hpp"
+
+#include <corvane/utils/json/Encoder.hpp>
+#include <corvane/utils/string/Utf.hpp>
+#include <corvane/workbench/config/DocumentKeys.hpp>
+#include <corvane/workbench/i18n/Translate.hpp>
+#include <corvane/workbench/model/ElementReference.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace corvane::workbench::plugins::s7Driver {
+
+namespace {
+
+namespace encoder = utils::json::encoder;
+
+void writeDefaultCommand(encoder::Array& document) {
+    auto entry = document.addObject();
+    auto command = entry.addObject(documentKeys::kCommand);
+    command.addStringView(config::kNameKey, ImportContext::kDefaultCommandName);
+}
+
+std::uint64_t writeDataBlock(encoder::Array& document, const DataBlockRecord& record,
+                             const ImportContext& context, ElementBudget& budget) {
+    auto entry = document.addObject();
+    auto block = entry.addObject(documentKeys::kDataBlock);
+    block.addStringView(config::kNameKey, record.name);
+    block.addNumber(keys::kDbNumber, record.dbNumber.value());
+    auto children = block.addArray(config::kChildrenKey);
+    MemoryPosition position;
+    ElementPath path(record.name, context.hasItemsBelow(record.name), budget);
+    record.root->writeElements(children, position, path);
+    return position.byteOffset;
+}
+
+// A document that grows step by step is copied at each step, and the last two copies are in memory
+// together. One that would be too large gets no room, since it fails soon enough. Without room made
+// beforehand the document is the same, only later.
+void reserveDocument(StringOutputStream& text, const std::vector<DataBlockRecord>& records,
+                     const ImportLimits& limits) {
+    double size = utils::io::OutputStream::kMaxReserve;
+    for (const DataBlockRecord& record : records)
+        size += record.root->documentSize(0);
+    if (size <= static_cast<double>(limits.documentBytes))
+        text.reserveRoom(static_cast<std::size_t>(size));
+}
+
+ui::ImportWarning foreignNamesWarning(const DataBlockRecord& record) {
+    using utils::string::detail::utf8ToUtf16;
+    constexpr std::string_view kFormat =
+        "names that are not UTF-8 were read as Windows-1252: {} in "
+        "this data block, the first is \u201C{}\u201D";
+    return {.text = i18n::fill(i18n::translate(Plc::kTextContext, kFormat),
+                               {utf8ToUtf16(std::to_string(record.foreignNames.count())),
+                                utf8ToUtf16(record.foreignNames.first())}),
+            .element = model::escapeName(record.name)};
+}
+
+std::vector<ui::ImportWarning> warningsOf(const std::vector<DataBlockRecord>& records) {
+    std::vector<ui::ImportWarning> warnings;
+    for (const DataBlockRecord& record : records)
+        if (record.foreignNames.count() != 0)
+            warnings.push_back(foreignNamesWarning(record));
+    return warnings;
+}
+
+// Trees are destroyed as soon as they are written: the document grows while they go.
+std::vector<ui::MemoryUse> writeDocument(utils::io::OutputStream& stream,
+                                         std::vector<DataBlockRecord> records,
+                                         const ImportContext& context, const ImportLimits& limits) {
+    std::vector<ui::MemoryUse> memory;
+    memory.reserve(records.size());
+    ElementBudget budget(limits.elements);
+    encoder::Document document(stream, encoder::Format::compact);
+    auto entries = document.array();
+    if (context.createDefaultCommand())
+        writeDefaultCommand(entries);
+    for (DataBlockRecord& record : records) {
+        const std::uint64_t bytes = writeDataBlock(entries, record, context, budget);
+        record.root.reset();
+        memory.push_back({std::move(record.name), bytes});
+    }
+    return memory;
+}
+
+} // namespace
+
+ui::ImportedDocument writeDataBlocks(std::vector<DataBlockRecord> records,
+                                     const ImportContext& context, const ImportLimits& limits) {
+    auto warnings = warningsOf(records);
+    StringOutputStream text(limits.documentBytes);
+    reserveDocument(text, records, limits);
+    try {
+        auto memory = writeDocument(text, std::move(records), context, limits);
+        return {text.take(), std::move(memory), std::move(warnings)};
+    } catch (const utils::io::TextTooLongError&) {
+        fail(Message::documentTooLarge, limits.documentBytes);
+    }
+}
+
+} // namespace corvane::workbench::plugins::s7Driver

@@ -1,3 +1,0 @@
-#include "workbench/cli/CommandLine.hpp"
-
-int main(int argc, char** argv) { return corvane::workbench::cli::runCommandLine(argc, argv); }

@@ -1,0 +1,105 @@
+#include "workbench/cli/output/TextOutput.hpp"
+
+#include <corvane/utils/io/StringOutputStream.hpp>
+#include <corvane/utils/numeric/FormatNumber.hpp>
+#include <corvane/utils/string/ControlCharacters.hpp>
+#include <corvane/utils/string/Utf.hpp>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+namespace corvane::workbench::cli {
+
+namespace {
+
+using utils::string::maskControlCharacters;
+
+constexpr std::string_view kBold = "\x1b[1m";
+constexpr std::string_view kPlain = "\x1b[0m";
+
+bool isTerminal(int descriptor) { return ::isatty(descriptor) == 1; }
+
+} // namespace
+
+std::string narrow(std::u16string_view text) { return utils::string::detail::utf16ToUtf8(text); }
+
+std::string textOf(const ui::ControlValue& value) {
+    if (const auto* const text = std::get_if<std::u16string>(&value))
+        return narrow(*text);
+    if (const auto* const flag = std::get_if<bool>(&value))
+        return *flag ? "true" : "false";
+    if (const auto* const number = std::get_if<std::uint64_t>(&value))
+        return std::string(utils::numeric::detail::formatNumber(*number).view());
+    return {};
+}
+
+std::size_t widthOf(std::string_view utf8) {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        utf8, [](char c) { return (static_cast<unsigned char>(c) & 0xc0U) != 0x80U; }));
+}
+
+std::string padded(std::string_view text, std::size_t width) {
+    const std::size_t own = widthOf(text);
+    return std::string(text) + std::string(own < width ? width - own : 0, ' ');
+}
+
+TextOutput::TextOutput()
+    : isTerminal_(isTerminal(STDOUT_FILENO)),
+      isColoured_(isTerminal_ && std::getenv("NO_COLOR") == nullptr),
+      stream_(STDOUT_FILENO) {}
+
+void TextOutput::writeBold(std::string_view text) {
+    if (isColoured_)
+        stream_.write(kBold);
+    write(text);
+    if (isColoured_)
+        stream_.write(kPlain);
+}
+
+void TextOutput::fill(std::size_t count) {
+    constexpr std::string_view kBlanks = "                                ";
+    for (; count > kBlanks.size(); count -= kBlanks.size())
+        stream_.write(kBlanks);
+    stream_.write(kBlanks.substr(0, count));
+}
+
+void TextOutput::writeDocument(function_ref<void(utils::io::OutputStream&)> write) {
+    if (!isTerminal_) {
+        write(stream_);
+        return;
+    }
+    utils::io::StringOutputStream document;
+    write(document);
+    stream_.write(maskControlCharacters(document.take(), "\n"));
+}
+
+void TextOutput::writeMasked(std::string_view text) { stream_.write(maskControlCharacters(text)); }
+
+void printMessage(std::string_view line) {
+    if (isTerminal(STDERR_FILENO))
+        std::cerr << maskControlCharacters(line) << '\n';
+    else
+        std::cerr << line << '\n';
+}
+
+void Table::write(TextOutput& output) const {
+    std::vector<std::size_t> widths(rows_.front().size());
+    for (const auto& row : rows_)
+        for (std::size_t i = 0; i != row.size(); ++i)
+            widths[i] = std::max(widths[i], widthOf(row[i]));
+    for (const auto& row : rows_) {
+        std::string line = "  " + padded(row.front(), widths.front());
+        for (std::size_t i = 1; i != row.size(); ++i)
+            line.append(2 + widths[i] - widthOf(row[i]), ' ').append(row[i]);
+        if (&row == &rows_.front())
+            output.writeBold(line);
+        else
+            output.write(line);
+        output.endLine();
+    }
+}
+
+} // namespace corvane::workbench::cli

@@ -1,0 +1,178 @@
+#include "workbench/cli/output/ProgressLine.hpp"
+#include "workbench/cli/output/TreePrinter.hpp"
+#include "workbench/cli/verbs/ImportSummary.hpp"
+#include "workbench/cli/verbs/Session.hpp"
+#include "workbench/cli/verbs/Verbs.hpp"
+#include "workbench/core/import/ImportCounts.hpp"
+#include "workbench/core/import/ProjectImport.hpp"
+#include "workbench/core/project/OpenForm.hpp"
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace corvane::workbench::cli {
+
+namespace {
+
+/// Throws that no button takes a file, or that there is no such file, which is then the reason.
+[[noreturn]] void refuseFile(const std::filesystem::path& file, const std::string& refusal) {
+    std::error_code error;
+    if (!exists(status(file, error)))
+        throw std::system_error(error, file.string());
+    throw std::runtime_error(refusal);
+}
+
+model::Element& newTarget(core::Project& project, const ImportRequest& request,
+                          const std::string& extension) {
+    auto* const target = core::addImportTarget(project, extension);
+    if (target == nullptr)
+        refuseFile(request.file, "no loaded plug-in imports \"" + extension + "\" files");
+    return *target;
+}
+
+model::Element& onlyTarget(core::Project& project, const ImportRequest& request,
+                           const std::string& extension) {
+    const auto targets = core::importTargets(project, extension);
+    if (targets.empty())
+        return newTarget(project, request, extension);
+    if (targets.size() == 1)
+        return *targets.front();
+    std::string message = "several elements can import the file; name one with --at:";
+    for (const auto* const target : targets)
+        message += " " + target->path();
+    throw std::runtime_error(message);
+}
+
+/// What a plug-in has to say of a file that it could import: one line for each warning.
+void printWarnings(const ui::ImportedDocument& document) {
+    for (const auto& warning : document.warnings)
+        printMessage("warning: " + warning.element + (warning.element.empty() ? "" : ": ") +
+                     narrow(warning.text));
+}
+
+/// Presses the button; null after the plug-in's text, which stands alone on its line so that
+/// programs can read it, was printed.
+std::optional<ui::ImportedDocument> documentOf(const ImportRequest& request, model::Element& target,
+                                               const std::string& extension) {
+    const core::OpenForm form(target);
+    auto* const button = form.importButton(extension);
+    if (button == nullptr)
+        refuseFile(request.file, target.path() + " does not import \"" + extension + "\" files");
+    auto document = button->press(request.file);
+    if (document) {
+        printWarnings(*document);
+        return *std::move(document);
+    }
+    printMessage(narrow(document.error()));
+    return std::nullopt;
+}
+
+std::string counted(std::size_t count, std::string_view what) {
+    return std::to_string(count) + " " + std::string(what);
+}
+
+void report(const ImportRequest& request, Session& session, const model::Element& target,
+            const core::ImportCounts& counts) {
+    auto& output = session.output();
+    output.write("Imported " + request.file.string() + " into ");
+    if (!request.project) {
+        output.writeLine("a new " + narrow(target.elementClass().displayName()) +
+                         ", which is only shown (--project FILE keeps it).");
+        return;
+    }
+    const auto renamed = counts.renamed == 0 ? "" : counted(counts.renamed, "renamed");
+    output.writeLine(
+        request.project->string() + ", " + target.path() + ": " +
+        counted(counts.added, counts.added == 1 ? "element added, " : "elements added, ") +
+        counted(counts.updated, "updated") + (renamed.empty() ? "" : ", ") + renamed + ".");
+}
+
+/// What happened to an element, as wide as the column of it.
+std::string_view columnOf(core::ImportedElement::Change change) {
+    using enum core::ImportedElement::Change;
+    switch (change) {
+    case added:
+        return "added    ";
+    case updated:
+        return "updated  ";
+    default:
+        return "renamed  ";
+    }
+}
+
+/// Prints a line of counts, then one line for each element that was added, changed or renamed. An
+/// element that came again as it was is only counted.
+void preview(const ImportRequest& request, Session& session, const model::Element& target,
+             const core::ImportChanges& changes, const model::Element* newTarget) {
+    std::vector<std::string> lines;
+    const auto counts =
+        core::countImported(changes, newTarget, [&](const core::ImportedElement& imported) {
+            auto& line = lines.emplace_back(columnOf(imported.change));
+            line += imported.element->path();
+            if (imported.change == core::ImportedElement::Change::renamed)
+                line.append(", was ").append(imported.nameBefore);
+        });
+    auto& output = session.output();
+    output.writeLine("Importing " + request.file.string() + " into " + request.project->string() +
+                     ", " + target.path() + ", would change: " + counted(counts.added, "added, ") +
+                     counted(counts.updated, "updated, ") + counted(counts.renamed, "renamed, ") +
+                     counted(counts.unchanged, "unchanged."));
+    for (const auto& line : lines)
+        output.writeLine(line);
+}
+
+} // namespace
+
+ExitCode run(const ImportRequest& request, Session& session) {
+    const auto extension = core::importExtensionOf(request.file);
+    auto project = request.project
+                       ? core::Project::openOrCreate(session.plugins(), *request.project)
+                       : core::Project(session.plugins());
+    const auto before = project.model().root().childElements().size();
+    auto& target =
+        request.at ? project.element(*request.at) : onlyTarget(project, request, extension);
+    const bool isNew = project.model().root().childElements().size() != before;
+    const auto* const newTarget = isNew ? &target : nullptr;
+
+    std::optional<ui::ImportedDocument> document;
+    core::ImportOutcome outcome;
+    core::ImportChanges changes;
+    core::ImportCounts counts;
+    {
+        const ProgressLine progress("Importing " + request.file.string());
+        document = documentOf(request, target, extension);
+        if (!document)
+            return kFailed;
+        if (request.document) {
+            session.output().writeDocument([&](auto& stream) {
+                stream.write(document->text);
+                stream.put('\n');
+            });
+            return kDone;
+        }
+        outcome = core::StagedImport(project, target, std::move(document->text))
+                      .merge(request.project ? &changes : nullptr);
+        if (request.project && !request.dryRun) {
+            counts = core::countImported(changes, newTarget);
+            if (!counts.isNothing())
+                project.save();
+        }
+    }
+    if (request.dryRun) {
+        preview(request, session, target, changes, newTarget);
+        return kDone;
+    }
+    report(request, session, target, counts);
+    session.output().endLine();
+    printImportSummary(session.output(), document->memory, outcome);
+    if (!request.project) {
+        session.output().endLine();
+        printTree(session.output(), project.model().root().childElements());
+    }
+    return kDone;
+}
+
+} // namespace corvane::workbench::cli

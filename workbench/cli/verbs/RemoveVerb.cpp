@@ -1,0 +1,19 @@
+#include "workbench/cli/verbs/Session.hpp"
+#include "workbench/cli/verbs/Verbs.hpp"
+#include "workbench/core/edit/Editor.hpp"
+
+#include <array>
+
+namespace corvane::workbench::cli {
+
+ExitCode run(const RemoveRequest& request, Session& session) {
+    auto project = session.open(request.project);
+    core::Editor editor(project);
+    const auto losses = editor.remove(std::array{&project.element(request.path)});
+    project.save();
+    for (const auto& [holder, text] : losses)
+        session.output().writeLine(holder->path() + " now refers to nothing: " + text + " is gone");
+    return kDone;
+}
+
+} // namespace corvane::workbench::cli

@@ -1,0 +1,16 @@
+#include "workbench/cli/verbs/Session.hpp"
+#include "workbench/cli/verbs/Verbs.hpp"
+#include "workbench/core/edit/Editor.hpp"
+
+namespace corvane::workbench::cli {
+
+ExitCode run(const RenameRequest& request, Session& session) {
+    auto project = session.open(request.project);
+    core::Editor editor(project);
+    editor.rename(project.element(request.path), request.name);
+    if (editor.isModified())
+        project.save();
+    return kDone;
+}
+
+} // namespace corvane::workbench::cli

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "workbench/cli/output/TextOutput.hpp"
+#include "workbench/core/plugins/PluginFolders.hpp"
+#include "workbench/core/project/Project.hpp"
+
+#include <filesystem>
+#include <span>
+
+namespace corvane::workbench::cli {
+
+/// What every verb works with: the loaded plug-ins and standard output.
+class Session {
+public:
+    /// Loads the plug-ins beside the program, then those of the folders in CORVANE_PLUGIN_PATH,
+    /// then the given files. Those that cannot be loaded are in `plugins().failures()`.
+    explicit Session(std::span<const std::filesystem::path> files) {
+        core::loadPlugins(plugins_, files);
+    }
+
+    [[nodiscard]] const core::PluginHost& plugins() const { return plugins_; }
+
+    /// Standard output. What is written arrives when it is flushed.
+    [[nodiscard]] TextOutput& output() { return output_; }
+
+    /// Reads a project; throws as core::Project does.
+    [[nodiscard]] core::Project open(const std::filesystem::path& file) const {
+        return {plugins_, file};
+    }
+
+private:
+    core::PluginHost plugins_;
+    TextOutput output_;
+};
+
+} // namespace corvane::workbench::cli

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "workbench/core/edit/workspace/EditObserver.hpp"
+#include "workbench/core/edit/workspace/EditText.hpp"
+#include "workbench/core/edit/workspace/Fields.hpp"
+#include "workbench/core/edit/workspace/LostReferences.hpp"
+#include "workbench/core/import/ImportCounts.hpp"
+#include "workbench/core/import/ProjectImport.hpp"
+#include "workbench/core/project/Project.hpp"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace corvane::workbench::core {
+
+/// What an import did, with the numbers of elements that it changed.
+struct ImportResult : ImportOutcome {
+    ImportCounts counts;
+};
+
+/// Edits a project, one step of history at a time. All edits of the front ends go through it: it
+/// refuses what a form or a class would refuse, and it can take every step back.
+///
+/// Elements that a step took out of the tree live on in the history, so pointers to elements stay
+/// valid as long as the editor does.
+class Editor {
+public:
+    /// `project` must outlive the editor, and is changed through it only.
+    explicit Editor(Project& project);
+    Editor(const Editor&) = delete;
+    Editor& operator=(const Editor&) = delete;
+    ~Editor();
+
+    [[nodiscard]] Project& project() const;
+
+    /// One observer at a time; null for none.
+    void setObserver(EditObserver* observer);
+
+    /// Sets fields of one element through its form, all or none. Throws EditError, naming the label
+    /// and the reason. A value that the field has already is no change; no change is no step.
+    void setValues(model::Element& element, std::span<const FieldValue> values);
+
+    /// Sets the same field of several elements, all or none, as one step; the elements may be of
+    /// several classes as long as all have the field.
+    void setValue(std::span<model::Element* const> elements, const FieldValue& value);
+
+    /// Adds an element; the name is the class's own where `name` is empty, and made unique. Throws
+    /// EditError for a place that does not accept the class, and for a name that is not valid UTF-8
+    /// or has control characters.
+    model::Element& add(model::Element& parent, const LoadedClass& elementClass,
+                        std::string_view name = {});
+
+    /// Gives an element a name that none of its siblings has. Throws EditError for an empty name,
+    /// one that is taken, is not valid UTF-8 or has control characters.
+    void rename(model::Element& element, std::string_view name);
+
+    /// Removes elements with all that is below them, and says which references elsewhere have lost
+    /// their element by it.
+    std::vector<LostReference> remove(std::span<model::Element* const> elements);
+
+    /// Moves elements, in their order, in front of the child of `parent` at `position` (its number
+    /// of children for the end). Throws EditError where the parent does not accept one of them, or
+    /// stands below one.
+    void move(std::span<model::Element* const> elements, model::Element& parent,
+              std::size_t position);
+
+    /// Whether `move` would accept the elements there.
+    [[nodiscard]] bool canMove(std::span<model::Element* const> elements,
+                               const model::Element& parent) const;
+
+    /// Imports a document as importDocument does, as one step.
+    ImportResult import(model::Element& target, std::string document);
+
+    [[nodiscard]] bool canUndo() const;
+    [[nodiscard]] bool canRedo() const;
+    /// What the next step back or forth is, for menus: "Rename “speed”"; translated.
+    [[nodiscard]] std::u16string undoText() const;
+    [[nodiscard]] std::u16string redoText() const;
+    void undo();
+    void redo();
+
+    /// Whether the project differs from what was last read or saved.
+    [[nodiscard]] bool isModified() const;
+    /// The project was saved in its present state.
+    void markSaved();
+
+private:
+    void setAll(std::span<model::Element* const> elements, std::span<const FieldValue> values);
+
+    class History;
+    std::unique_ptr<History> history_;
+};
+
+} // namespace corvane::workbench::core

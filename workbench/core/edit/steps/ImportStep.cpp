@@ -1,0 +1,95 @@
+#include "workbench/core/edit/steps/ImportStep.hpp"
+
+#include "workbench/core/edit/workspace/EditText.hpp"
+
+#include <corvane/utils/string/Utf.hpp>
+#include <corvane/workbench/host/Tree.hpp>
+
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
+namespace corvane::workbench::core {
+
+namespace {
+
+using Renamings = std::vector<ImportChanges::Renaming>;
+
+void rename(const Renamings& renamings, std::string ImportChanges::Renaming::* name) {
+    std::vector<host::NewName> names;
+    names.reserve(renamings.size());
+    for (const auto& renaming : renamings)
+        names.push_back({renaming.element, renaming.*name});
+    host::renameAll(names);
+}
+
+} // namespace
+
+ImportStep::ImportStep(model::Element& target, StagedImport& staged)
+    : Step(editText("Import into “{}”", {utils::string::detail::utf8ToUtf16(target.name())})),
+      target_(&target),
+      staged_(&staged) {}
+
+// A document may be empty, and is then no step.
+bool ImportStep::perform(Workspace& workspace) {
+    workspace.reset(*target_, [&] { merge(workspace); });
+    return !outcome_.top.empty();
+}
+
+void ImportStep::merge(Workspace& workspace) {
+    try {
+        outcome_ = std::exchange(staged_, nullptr)->merge(&changes_);
+        counts_ = countImported(changes_);
+        prepareWayBack();
+    } catch (...) {
+        prepareWayBack();
+        takeBack(workspace);
+        throw;
+    }
+}
+
+void ImportStep::prepareWayBack() {
+    findings_ = Findings(std::move(changes_.found));
+    for (const auto& [parent, first, count] : changes_.appendings) {
+        std::vector<std::size_t> positions;
+        positions.reserve(count);
+        while (positions.size() != count)
+            positions.push_back(first + positions.size());
+        placements_.emplace_back(*parent, std::move(positions));
+    }
+}
+
+void ImportStep::undo(Workspace& workspace) {
+    workspace.reset(*target_, [&] { takeBack(workspace); });
+}
+
+void ImportStep::redo(Workspace& workspace) {
+    workspace.reset(*target_, [&] { makeAgain(workspace); });
+}
+
+void ImportStep::takeBack(Workspace& workspace) {
+    bool changed = findings_.takeBack(workspace);
+    for (auto& placement : std::views::reverse(placements_))
+        changed = placement.takeOut(workspace) || changed;
+    rename(changes_.renamings, &ImportChanges::Renaming::before);
+    exchangeSkillElements();
+    if (changed)
+        workspace.validateReferences();
+}
+
+void ImportStep::makeAgain(Workspace& workspace) {
+    exchangeSkillElements();
+    rename(changes_.renamings, &ImportChanges::Renaming::after);
+    bool changed = false;
+    for (auto& placement : placements_)
+        changed = placement.putBack(workspace) || changed;
+    if (findings_.make(workspace) || changed)
+        workspace.validateReferences();
+}
+
+void ImportStep::exchangeSkillElements() {
+    for (auto& replacement : changes_.replacements)
+        host::swapSkillElement(*replacement.element, replacement.replaced);
+}
+
+} // namespace corvane::workbench::core

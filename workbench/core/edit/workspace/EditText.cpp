@@ -1,0 +1,17 @@
+#include "workbench/core/edit/workspace/EditText.hpp"
+
+#include <corvane/utils/string/Utf.hpp>
+#include <corvane/workbench/i18n/Translate.hpp>
+
+namespace corvane::workbench::core {
+
+std::u16string editText(std::string_view text,
+                        std::initializer_list<std::u16string_view> arguments) {
+    return i18n::fill(i18n::translate("corvane::workbench::core::Editor", text), arguments);
+}
+
+void refuseEdit(std::string_view text, std::initializer_list<std::u16string_view> arguments) {
+    throw EditError(utils::string::detail::utf16ToUtf8(editText(text, arguments)));
+}
+
+} // namespace corvane::workbench::core

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "workbench/core/edit/workspace/EditObserver.hpp"
+#include "workbench/core/project/Project.hpp"
+
+#include <corvane/workbench/function_ref.hpp>
+#include <corvane/workbench/host/ReferenceLog.hpp>
+
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace corvane::workbench::core {
+
+/// What the steps of an editor work on: the project, and the observer who learns of each change.
+class Workspace {
+public:
+    explicit Workspace(Project& project) : project_(&project) {}
+
+    [[nodiscard]] Project& project() const { return *project_; }
+    [[nodiscard]] host::Model& model() const { return project_->model(); }
+    void setObserver(EditObserver* observer) { observer_ = observer; }
+
+    /// Calls `notify` with the observer, unless there is none, or a reset that is under way will
+    /// tell it of everything.
+    void tell(function_ref<void(EditObserver&)> notify) const {
+        if (observer_ != nullptr && !resetting_)
+            notify(*observer_);
+    }
+
+    /// As Element::takeChildren and Element::putChildren, with the observer told of each run of
+    /// neighbours, or of a reset of the parent where there are so many that each would cost it more
+    /// than looking anew.
+    [[nodiscard]] std::vector<std::unique_ptr<model::Element>>
+    take(model::Element& parent, std::span<const std::size_t> positions);
+    void put(model::Element& parent, std::vector<std::unique_ptr<model::Element>> children,
+             std::span<const std::size_t> positions);
+
+    /// Makes changes at and below an element, of which the observer learns as a reset.
+    void reset(model::Element& element, function_ref<void()> change);
+
+    /// Validates all references of the project again.
+    void validateReferences() const;
+
+private:
+    Project* project_;
+    EditObserver* observer_ = nullptr;
+    bool resetting_ = false;
+};
+
+} // namespace corvane::workbench::core

@@ -1,0 +1,177 @@
+#include "workbench/gui/session/Importer.hpp"
+
+#include "workbench/gui/look/Text.hpp"
+
+#include <QFileInfo>
+
+#include <memory>
+#include <optional>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::string_view kContext = "corvane::workbench::gui::Importer";
+
+std::size_t totalBytes(const ui::ImportedDocument& document) {
+    std::size_t sum = 0;
+    for (const auto& piece : document.memory)
+        sum += piece.bytes;
+    return sum;
+}
+
+} // namespace
+
+/// The button that reads a file, with all that is there for its sake. It goes with the job that
+/// presses the button: the window holds nothing of it.
+struct Importer::Source {
+    std::unique_ptr<core::Project> aside; // where the element stands, unless in the user's project
+    std::unique_ptr<core::OpenForm> form;
+    ui::PushButton* button;
+};
+
+std::string extensionOf(const QString& file) { return core::importExtensionOf(toUtf8(file)); }
+
+Importer::Importer(ProjectSession& session, Dialogs& dialogs, NoticeBar& notices, QWidget& window)
+    : QObject(&window),
+      session_(&session),
+      dialogs_(&dialogs),
+      notices_(&notices),
+      window_(&window) {}
+
+void Importer::chooseAndImport(model::Element& target, const QString& key) {
+    if (session_->isBusy())
+        return;
+    const auto pressed = [key = toUtf8(key)](const core::OpenForm& form) {
+        return form.button(key);
+    };
+    QString title;
+    QString extension;
+    if (const core::OpenForm form(target); const auto* const button = pressed(form)) {
+        title = toQt(button->texts().label);
+        extension = toQt(std::string_view(button->extension()));
+    }
+    const auto file = dialogs_->chooseFileToImport(window_, title, extension);
+    if (!file.isEmpty())
+        importInto(target, file, pressed);
+}
+
+void Importer::importFile(const QString& file, model::Element* preferred) {
+    if (session_->isBusy())
+        return;
+    const auto extension = extensionOf(file);
+    for (auto* element = preferred; element != nullptr; element = element->parentElement())
+        if (core::canImport(*element, extension)) {
+            importInto(*element, file);
+            return;
+        }
+    if (core::importTargets(session_->project(), extension).empty())
+        importIntoNew(file, extension);
+    else if (auto* const target = chooseTarget(extension))
+        importInto(*target, file);
+}
+
+model::Element* Importer::chooseTarget(const std::string& extension) {
+    const auto targets = core::importTargets(session_->project(), extension);
+    if (targets.size() == 1)
+        return targets.front();
+    QStringList paths;
+    for (const auto* const target : targets)
+        paths += toQt(target->path());
+    const auto chosen = dialogs_->chooseOne(window_, translated(kContext, "Import"),
+                                            translated(kContext, "Import into:"), paths);
+    const auto found = paths.indexOf(chosen);
+    return found < 0 ? nullptr : targets[static_cast<std::size_t>(found)];
+}
+
+// Only an element can read the file. One in a project aside does, so that a file that cannot be
+// read leaves neither an element nor a step of history.
+void Importer::importIntoNew(const QString& file, const std::string& extension) {
+    auto aside = std::make_unique<core::Project>(session_->plugins());
+    auto* const reader = core::addImportTarget(*aside, extension);
+    if (reader == nullptr) {
+        fail(translated(kContext, "No loaded plug-in imports “{}” files.",
+                        {toQt(std::string_view(extension))}));
+        return;
+    }
+    auto form = std::make_unique<core::OpenForm>(*reader);
+    auto* const button = form->importButton(extension);
+    const auto& newClass = session_->plugins().entryOf(reader->elementClass());
+    read({std::move(aside), std::move(form), button}, file,
+         [this, &newClass, file](ui::ImportedDocument document) {
+             if (auto* const target = session_->add(session_->root(), newClass))
+                 merge(*target, file, std::move(document), true);
+         });
+}
+
+void Importer::importInto(model::Element& target, const QString& file) {
+    importInto(target, file, [extension = extensionOf(file)](const core::OpenForm& form) {
+        return form.importButton(extension);
+    });
+}
+
+void Importer::importInto(model::Element& target, const QString& file, const ButtonOf& buttonOf) {
+    auto form = std::make_unique<core::OpenForm>(target);
+    auto* const button = buttonOf(*form);
+    if (button == nullptr) {
+        fail(translated(kContext, "{} does not import such files.",
+                        {toQt(std::string_view(target.path()))}));
+        return;
+    }
+    read({nullptr, std::move(form), button}, file,
+         [this, &target, file](ui::ImportedDocument document) {
+             merge(target, file, std::move(document), false);
+         });
+}
+
+void Importer::read(Source source, const QString& file, Then then) {
+    using Answer = std::expected<ui::ImportedDocument, std::u16string>;
+    auto answer = std::make_shared<std::optional<Answer>>();
+    session_->runner().run(
+        translated(kContext, "Importing {}", {QFileInfo(file).fileName()}),
+        [source = std::move(source), answer, path = std::filesystem::path(toUtf8(file))] {
+            *answer = source.button->press(path);
+        },
+        [this, answer, then = std::move(then)](const std::exception_ptr& failure) mutable {
+            if (failure)
+                fail(messageOf(failure));
+            else if (!**answer)
+                fail(toQt((*answer)->error()));
+            else
+                then(std::move(***answer));
+        });
+}
+
+void Importer::merge(model::Element& target, const QString& file, ui::ImportedDocument document,
+                     bool targetIsNew) {
+    const auto bytes = totalBytes(document);
+    session_->import(
+        target, std::move(document.text),
+        [this, &target, file, bytes, targetIsNew](const ProjectSession::ImportResult& result) {
+            if (!result) {
+                if (targetIsNew)
+                    session_->undo();
+                fail(result.error());
+                return;
+            }
+            const auto& counts = result->counts;
+            const auto added = counts.added + (targetIsNew ? 1 : 0);
+            auto changes =
+                translated(kContext, "{}, {} updated",
+                           {counted(kContext, "1 element added", "{} elements added", added),
+                            formatted(counts.updated)});
+            if (counts.renamed != 0)
+                changes += translated(kContext, ", {} renamed", {formatted(counts.renamed)});
+            notices_->showNotice(
+                NoticeBar::Kind::information,
+                translated(kContext, "Imported {} into {}: {}; {}.",
+                           {QFileInfo(file).fileName(), toQt(std::string_view(target.path())),
+                            changes,
+                            counted(kContext, "1 byte of memory", "{} bytes of memory", bytes)}));
+            emit imported(result->top);
+        });
+}
+
+void Importer::fail(const QString& reason) { notices_->showNotice(NoticeBar::Kind::error, reason); }
+
+} // namespace corvane::workbench::gui

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "workbench/core/project/OpenForm.hpp"
+#include "workbench/gui/look/NoticeBar.hpp"
+#include "workbench/gui/session/Dialogs.hpp"
+#include "workbench/gui/session/ProjectSession.hpp"
+
+#include <corvane/workbench/ui/PushButton.hpp>
+
+#include <QString>
+
+#include <functional>
+
+namespace corvane::workbench::gui {
+
+/// Imports files into the project: by the button of a form, or by a file that was dropped. Both the
+/// reading of the file and the merging run beside the window.
+class Importer : public QObject {
+    Q_OBJECT
+
+public:
+    /// Files are asked for above `window`. All must outlive the object.
+    Importer(ProjectSession& session, Dialogs& dialogs, NoticeBar& notices, QWidget& window);
+
+    /// Asks for a file and lets the button with this key of the element's form import it, whatever
+    /// the file is called: the extension of the button is what it offers first.
+    void chooseAndImport(model::Element& target, const QString& key);
+
+    /// Imports a file into `preferred` or what is above it, if that takes such files, else into the
+    /// one element that does, a new one if there is none; asks where there are several.
+    void importFile(const QString& file, model::Element* preferred);
+
+signals:
+    /// An import has succeeded; these are the elements at the top of what came in.
+    void imported(const std::vector<model::Element*>& elements);
+
+private:
+    using Then = std::move_only_function<void(ui::ImportedDocument)>;
+    struct Source;
+
+    using ButtonOf = std::function<ui::PushButton*(const core::OpenForm&)>;
+
+    /// Lets a button of the target's form import a file.
+    void importInto(model::Element& target, const QString& file, const ButtonOf& buttonOf);
+    /// Likewise the button for such files.
+    void importInto(model::Element& target, const QString& file);
+    void importIntoNew(const QString& file, const std::string& extension);
+    void read(Source source, const QString& file, Then then);
+    void merge(model::Element& target, const QString& file, ui::ImportedDocument document,
+               bool targetIsNew);
+    void fail(const QString& reason);
+    [[nodiscard]] model::Element* chooseTarget(const std::string& extension);
+
+    ProjectSession* session_;
+    Dialogs* dialogs_;
+    NoticeBar* notices_;
+    QWidget* window_;
+};
+
+/// The extension of a file's name in lower case, with its dot; empty if there is none.
+[[nodiscard]] std::string extensionOf(const QString& file);
+
+} // namespace corvane::workbench::gui

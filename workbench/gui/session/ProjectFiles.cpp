@@ -1,0 +1,164 @@
+#include "workbench/gui/session/ProjectFiles.hpp"
+
+#include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/session/Settings.hpp"
+
+#include <QFileInfo>
+
+#include <memory>
+#include <utility>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::string_view kContext = "corvane::workbench::gui::ProjectFiles";
+
+std::filesystem::path pathOf(const QString& file) { return toUtf8(file); }
+
+} // namespace
+
+ProjectFiles::ProjectFiles(ProjectSession& session, Dialogs& dialogs, NoticeBar& notices,
+                           QWidget& window)
+    : QObject(&window),
+      session_(&session),
+      dialogs_(&dialogs),
+      notices_(&notices),
+      window_(&window),
+      watch_(this) {
+    connect(&watch_, &FileWatch::changed, this, &ProjectFiles::tellOfChange);
+}
+
+QString ProjectFiles::name() const {
+    return file_.isEmpty() ? translated(kContext, "Untitled") : QFileInfo(file_).fileName();
+}
+
+void ProjectFiles::newProject() {
+    whenSafe([this] {
+        setFile({});
+        notices_->clear();
+        session_->replaceProject(std::make_unique<core::Project>(session_->plugins()));
+    });
+}
+
+void ProjectFiles::open() {
+    whenSafe([this] {
+        const auto file = dialogs_->chooseProjectToOpen(window_);
+        if (!file.isEmpty())
+            load(file, file, false, {});
+    });
+}
+
+void ProjectFiles::open(const QString& file, Then then) {
+    whenSafe([this, file, then = std::move(then)]() mutable {
+        load(file, file, false, std::move(then));
+    });
+}
+
+void ProjectFiles::recover(const QString& remains, const QString& file, Then then) {
+    load(remains, file, true, std::move(then));
+}
+
+void ProjectFiles::load(const QString& source, const QString& file, bool unsaved, Then then) {
+    if (session_->isBusy())
+        return;
+    auto loaded = std::make_shared<std::unique_ptr<core::Project>>();
+    session_->runner().run(
+        translated(kContext, "Opening {}", {QFileInfo(file.isEmpty() ? source : file).fileName()}),
+        [&plugins = session_->plugins(), loaded, path = pathOf(source)] {
+            *loaded = std::make_unique<core::Project>(plugins, path);
+        },
+        [this, loaded, file, unsaved,
+         then = std::move(then)](const std::exception_ptr& failure) mutable {
+            if (failure) {
+                settings::forgetRecentProject(file);
+                notices_->showNotice(NoticeBar::Kind::error, messageOf(failure));
+                return;
+            }
+            notices_->clear();
+            setFile(file);
+            session_->replaceProject(std::move(*loaded), unsaved, std::move(then));
+        });
+}
+
+void ProjectFiles::save(Then then) {
+    if (file_.isEmpty()) {
+        saveAs(std::move(then));
+        return;
+    }
+    if (watch_.isChanged() &&
+        !dialogs_->confirm(
+            window_,
+            {.title = translated(kContext, "File Changed on Disk"),
+             .text = translated(kContext,
+                                "“{}” was changed by another program since it was read. Saving "
+                                "overwrites those changes.",
+                                {name()}),
+             .accept = translated(kContext, "Overwrite"),
+             .reject = translated(kContext, "Cancel")}))
+        return;
+    write(file_, std::move(then));
+}
+
+void ProjectFiles::saveAs(Then then) {
+    const auto file = dialogs_->chooseProjectToSave(window_, file_);
+    if (!file.isEmpty())
+        write(file, std::move(then));
+}
+
+// Whoever comes here was asked about what the file holds.
+void ProjectFiles::write(const QString& file, Then then) {
+    if (session_->isBusy())
+        return;
+    session_->runner().run(
+        translated(kContext, "Saving {}", {QFileInfo(file).fileName()}),
+        [&project = session_->project(), path = pathOf(file)] {
+            project.saveTo(path, core::Project::OnConflict::overwrite);
+        },
+        [this, file, then = std::move(then)](const std::exception_ptr& failure) {
+            if (failure) {
+                notices_->showNotice(NoticeBar::Kind::error, messageOf(failure));
+                return;
+            }
+            notices_->clear();
+            session_->markSaved();
+            setFile(file);
+            if (then)
+                then();
+        });
+}
+
+void ProjectFiles::whenSafe(Then then) {
+    if (session_->isBusy())
+        return;
+    if (!session_->isModified()) {
+        then();
+        return;
+    }
+    switch (dialogs_->askUnsaved(window_, name())) {
+    case Dialogs::Unsaved::save:
+        save(std::move(then));
+        break;
+    case Dialogs::Unsaved::discard:
+        then();
+        break;
+    case Dialogs::Unsaved::cancel:
+        break;
+    }
+}
+
+void ProjectFiles::setFile(const QString& file) {
+    file_ = file.isEmpty() ? QString() : QFileInfo(file).absoluteFilePath();
+    watch_.watch(pathOf(file_));
+    if (!file_.isEmpty())
+        settings::addRecentProject(file_);
+    emit fileChanged();
+}
+
+void ProjectFiles::tellOfChange() {
+    notices_->showNotice(NoticeBar::Kind::question,
+                         translated(kContext, "“{}” was changed by another program.", {name()}));
+    notices_->addChoice(translated(kContext, "Read It Again"), [this] { open(file_); });
+}
+
+} // namespace corvane::workbench::gui

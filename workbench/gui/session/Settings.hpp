@@ -1,0 +1,25 @@
+#pragma once
+
+#include "workbench/gui/look/Theme.hpp"
+
+#include <QByteArray>
+#include <QStringList>
+
+/// What the program remembers of one user from one start to the next.
+namespace corvane::workbench::gui::settings {
+
+inline constexpr qsizetype kMaxRecentProjects = 10;
+
+/// The projects that were opened or saved last, the latest first.
+[[nodiscard]] QStringList recentProjects();
+void addRecentProject(const QString& file);
+void forgetRecentProject(const QString& file);
+
+[[nodiscard]] Theme theme();
+void setTheme(Theme theme);
+
+/// A piece of the window's layout, as Qt packs it; empty if none was kept.
+[[nodiscard]] QByteArray layout(const QString& piece);
+void setLayout(const QString& piece, const QByteArray& state);
+
+} // namespace corvane::workbench::gui::settings

@@ -1,0 +1,295 @@
+#include "workbench/gui/window/MainWindow.hpp"
+
+#include "workbench/gui/look/PlainText.hpp"
+#include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/session/Settings.hpp"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::string_view kContext = "corvane::workbench::gui::MainWindow";
+constexpr std::string_view kProjectExtension = ".json";
+
+QString windowPiece() { return QStringLiteral("window"); }
+QString acrossPiece() { return QStringLiteral("across"); }
+QString downPiece() { return QStringLiteral("down"); }
+
+} // namespace
+
+MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
+                       const QString& recoveryFolder)
+    : dialogs_(&dialogs),
+      icons_(plugins),
+      session_(plugins, runner_),
+      recovery_(session_, recoveryFolder),
+      actions_(this),
+      pages_(new QStackedWidget(this)),
+      centre_(new QStackedWidget(this)),
+      across_(new QSplitter(Qt::Horizontal, this)),
+      down_(new QSplitter(Qt::Vertical, this)),
+      tabs_(new QTabWidget(this)),
+      notices_(new NoticeBar(this)),
+      tree_(new TreePanel(session_, icons_, actions_, this)),
+      form_(new FormPanel(session_, icons_, this)),
+      table_(new TablePanel(session_, icons_, actions_, this)),
+      problems_(new ProblemsPanel(session_, this)),
+      start_(new StartPage(actions_, tree_->addMenu(), this)),
+      busy_(new BusyPage(this)),
+      files_(new ProjectFiles(session_, dialogs, *notices_, *this)),
+      importer_(new Importer(session_, dialogs, *notices_, *this)) {
+    setWindowIcon(icon("application"));
+    setAcceptDrops(true);
+    resize(1180, 760);
+    buildWorkspace();
+    buildMenus();
+    buildToolBar();
+    connectCommands();
+    connectViewCommands();
+    connectParts();
+    connectSession();
+    restoreLayout();
+    updateHistory();
+    updateStart();
+}
+
+MainWindow::~MainWindow() {
+    runner_.abandon();
+    // The parts look at the session as long as they live.
+    delete takeCentralWidget();
+}
+
+void MainWindow::buildWorkspace() {
+    tabs_->setDocumentMode(true);
+    tabs_->addTab(form_, actions_[Command::showForm].icon(), translated(kContext, "Properties"));
+    tabs_->addTab(table_, actions_[Command::showTable].icon(), translated(kContext, "Elements"));
+    centre_->addWidget(start_);
+    centre_->addWidget(tabs_);
+    down_->addWidget(centre_);
+    down_->addWidget(problems_);
+    down_->setStretchFactor(0, 1);
+    down_->setSizes({560, 160});
+    across_->addWidget(tree_);
+    across_->addWidget(down_);
+    across_->setStretchFactor(1, 1);
+    across_->setSizes({320, 860});
+    across_->setChildrenCollapsible(false);
+    down_->setChildrenCollapsible(false);
+
+    auto* const workspace = new QWidget(pages_);
+    auto* const layout = new QVBoxLayout(workspace);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    auto* const noticeMargin = new QVBoxLayout;
+    noticeMargin->setContentsMargins(8, 4, 8, 4);
+    noticeMargin->addWidget(notices_);
+    layout->addLayout(noticeMargin);
+    layout->addWidget(across_, 1);
+    pages_->addWidget(workspace);
+    pages_->addWidget(busy_);
+    setCentralWidget(pages_);
+}
+
+void MainWindow::connectParts() {
+    connect(tree_, &TreePanel::currentChanged, this, &MainWindow::showElement);
+    connect(form_, &FormPanel::importWanted, this,
+            [this](model::Element* element, const QString& key) {
+                session_.whenCommitted(
+                    [this, element, key] { importer_->chooseAndImport(*element, key); });
+            });
+    connect(importer_, &Importer::imported, this,
+            [this](const std::vector<model::Element*>& elements) { tree_->select(elements); });
+    connect(problems_, &ProblemsPanel::activated, this, &MainWindow::goTo);
+    connect(&problems_->model(), &ProblemsModel::counted, this,
+            [this](std::size_t total) { actions_[Command::nextProblem].setEnabled(total != 0); });
+    connect(table_, &TablePanel::elementActivated, this,
+            [this](model::Element* element) { goTo(element, {}); });
+    connect(start_, &StartPage::projectChosen, files_,
+            [this](const QString& file) { files_->open(file); });
+    connect(files_, &ProjectFiles::fileChanged, this, [this] {
+        recovery_.setProjectFile(files_->file());
+        start_->refresh();
+        updateTitle();
+    });
+}
+
+void MainWindow::connectSession() {
+    connect(&session_, &ProjectSession::historyUpdated, this, &MainWindow::updateHistory);
+    connect(&session_, &ProjectSession::structureChanged, this, &MainWindow::updateStart);
+    connect(&session_, &ProjectSession::valuesUpdated, notices_, &NoticeBar::clearInformation);
+    connect(&session_, &ProjectSession::refused, this, [this](const QString& reason) {
+        notices_->showNotice(NoticeBar::Kind::error, reason);
+    });
+    connect(&session_, &ProjectSession::remarked, this, [this](const QString& remark) {
+        notices_->showNotice(NoticeBar::Kind::information, remark);
+    });
+    connect(&runner_, &BusyRunner::preparing, this, [this] { snapshot_ = pages_->grab(); });
+    connect(&runner_, &BusyRunner::began, this, &MainWindow::beginBusy);
+    connect(&runner_, &BusyRunner::ended, this, &MainWindow::endBusy);
+}
+
+void MainWindow::beginBusy(const QString& title) {
+    focusBeforeBusy_ = focusWidget();
+    busy_->begin(std::exchange(snapshot_, {}), title);
+    pages_->setCurrentWidget(busy_);
+    menuBar()->setEnabled(false);
+}
+
+void MainWindow::endBusy() {
+    menuBar()->setEnabled(true);
+    pages_->setCurrentIndex(0);
+    if (focusBeforeBusy_ != nullptr)
+        focusBeforeBusy_->setFocus(Qt::OtherFocusReason);
+    showElement(tree_->current()); // what was clicked on before the job hid it
+    takePending();
+}
+
+void MainWindow::goTo(model::Element* element, std::string_view key) {
+    tabs_->setCurrentWidget(form_);
+    tree_->select(*element);
+    form_->focusField(key);
+}
+
+// What is being typed in the form belongs to the element that is left.
+void MainWindow::showElement(model::Element* element) {
+    static_cast<void>(session_.commitPending());
+    if (session_.isBusy())
+        return; // shown when the job has ended
+    if (form_->element() != element || element == nullptr)
+        form_->showElement(element);
+    table_->setScope(element);
+}
+
+void MainWindow::updateHistory() {
+    const auto& editor = session_.editor();
+    const auto update = [this](Command command, bool possible, const QString& what) {
+        actions_[command].setEnabled(possible);
+        actions_.setObject(command, possible ? what : QString());
+    };
+    update(Command::undo, editor.canUndo(), editor.canUndo() ? toQt(editor.undoText()) : QString());
+    update(Command::redo, editor.canRedo(), editor.canRedo() ? toQt(editor.redoText()) : QString());
+    updateTitle();
+}
+
+void MainWindow::updateTitle() {
+    setWindowTitle(
+        translated(kContext, "{}[*] – corvane workbench", {withoutModifiedMark(files_->name())}));
+    setWindowModified(session_.isModified());
+}
+
+void MainWindow::updateStart() {
+    const bool empty = session_.isEmpty();
+    centre_->setCurrentWidget(empty ? static_cast<QWidget*>(start_) : tabs_);
+    tree_->setVisible(!empty);
+    problems_->setVisible(!empty);
+}
+
+void MainWindow::openFiles(const QStringList& files) {
+    if (session_.isBusy()) {
+        pendingFiles_ += files;
+        return;
+    }
+    session_.whenCommitted([this, files] {
+        pendingFiles_ += files;
+        takePending();
+    });
+}
+
+void MainWindow::takePending() {
+    while (!pendingFiles_.isEmpty() && !session_.isBusy()) {
+        const auto file = pendingFiles_.takeFirst();
+        if (extensionOf(file) == kProjectExtension)
+            files_->open(file);
+        else
+            importer_->importFile(file, tree_->current());
+    }
+}
+
+void MainWindow::tellOfFailures(const core::PluginHost& plugins) {
+    QStringList lines;
+    for (const auto& failure : plugins.failures())
+        lines += translated(kContext, "The plug-in {} was not loaded: {}",
+                            {toQt(std::string_view(failure.file.native())),
+                             toQt(std::string_view(failure.reason))});
+    if (!lines.isEmpty())
+        notices_->showNotice(NoticeBar::Kind::error, lines.join(QLatin1Char('\n')));
+}
+
+void MainWindow::offerRecovery() {
+    const auto remains = recovery_.find();
+    if (!remains)
+        return;
+    const auto name = remains->projectFile.isEmpty() ? translated(kContext, "an untitled project")
+                                                     : remains->projectFile;
+    const bool wanted = dialogs_->confirm(
+        this, {.title = translated(kContext, "Unsaved Work Found"),
+               .text = translated(kContext,
+                                  "The program did not end in good order the last time. Unsaved "
+                                  "work on {} was kept.",
+                                  {name}),
+               .accept = translated(kContext, "Recover"),
+               .reject = translated(kContext, "Discard")});
+    if (wanted)
+        files_->recover(remains->file, remains->projectFile, [this, remains = *remains] {
+            recovery_.keepNow();
+            Recovery::discard(remains);
+        });
+    else
+        Recovery::discard(*remains);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (session_.isBusy() || !session_.commitPending([this] { close(); })) {
+        event->ignore();
+        return;
+    }
+    if (closing_ || !session_.isModified()) {
+        keepLayout();
+        event->accept();
+        return;
+    }
+    event->ignore();
+    files_->whenSafe([this] {
+        closing_ = true;
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    });
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && !session_.isBusy())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    QStringList files;
+    for (const auto& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            files += url.toLocalFile();
+    event->acceptProposedAction();
+    openFiles(files);
+}
+
+void MainWindow::keepLayout() {
+    settings::setLayout(windowPiece(), saveGeometry());
+    settings::setLayout(acrossPiece(), across_->saveState());
+    settings::setLayout(downPiece(), down_->saveState());
+}
+
+void MainWindow::restoreLayout() {
+    restoreGeometry(settings::layout(windowPiece()));
+    across_->restoreState(settings::layout(acrossPiece()));
+    down_->restoreState(settings::layout(downPiece()));
+}
+
+} // namespace corvane::workbench::gui

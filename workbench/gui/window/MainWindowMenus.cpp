@@ -1,0 +1,179 @@
+// The window's menus, its tool bar, and what their commands do.
+#include "workbench/gui/window/MainWindow.hpp"
+
+#include "workbench/gui/look/PlainText.hpp"
+#include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/look/Theme.hpp"
+#include "workbench/gui/session/Settings.hpp"
+
+#include <QActionGroup>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QToolButton>
+#include <QWhatsThis>
+
+#include <array>
+
+namespace corvane::workbench::gui {
+
+namespace {
+
+constexpr std::string_view kContext = "corvane::workbench::gui::MainWindow";
+
+} // namespace
+
+void MainWindow::on(Command command, std::function<void()> action) {
+    connect(&actions_[command], &QAction::triggered, this,
+            [this, action = std::move(action)] { session_.whenCommitted(action); });
+}
+
+void MainWindow::buildMenus() {
+    auto& file = *menuBar()->addMenu(translated(kContext, "&File"));
+    file.addAction(&actions_[Command::newProject]);
+    file.addAction(&actions_[Command::openProject]);
+    auto& recent = *file.addMenu(translated(kContext, "Open &Recent"));
+    connect(&recent, &QMenu::aboutToShow, this, [this, &recent] { fillRecentMenu(recent); });
+    file.addSeparator();
+    file.addAction(&actions_[Command::saveProject]);
+    file.addAction(&actions_[Command::saveProjectAs]);
+    file.addSeparator();
+    file.addAction(&actions_[Command::quit]);
+
+    auto& edit = *menuBar()->addMenu(translated(kContext, "&Edit"));
+    edit.addAction(&actions_[Command::undo]);
+    edit.addAction(&actions_[Command::redo]);
+    edit.addSeparator();
+    edit.addMenu(&tree_->addMenu());
+    edit.addAction(&actions_[Command::rename]);
+    edit.addAction(&actions_[Command::remove]);
+    edit.addSeparator();
+    for (const auto command :
+         {Command::moveUp, Command::moveDown, Command::pickUp, Command::putHere})
+        edit.addAction(&actions_[command]);
+    edit.addSeparator();
+    edit.addAction(&actions_[Command::changeSelected]);
+
+    auto& view = *menuBar()->addMenu(translated(kContext, "&View"));
+    for (const auto command : {Command::showTree, Command::showForm, Command::showTable,
+                               Command::showProblems, Command::nextProblem})
+        view.addAction(&actions_[command]);
+    view.addSeparator();
+    view.addAction(&actions_[Command::filterTree]);
+    view.addAction(&actions_[Command::filterTable]);
+    view.addSeparator();
+    addThemeMenu(view);
+
+    auto& help = *menuBar()->addMenu(translated(kContext, "&Help"));
+    help.addAction(QWhatsThis::createAction(this));
+    help.addAction(&actions_[Command::about]);
+}
+
+void MainWindow::fillRecentMenu(QMenu& menu) {
+    menu.clear();
+    for (const auto& file : settings::recentProjects()) {
+        auto* const action = menu.addAction(withoutMnemonic(QFileInfo(file).fileName()));
+        action->setToolTip(withoutFormat(file));
+        connect(action, &QAction::triggered, this,
+                [this, file] { session_.whenCommitted([this, file] { files_->open(file); }); });
+    }
+    if (menu.isEmpty())
+        menu.addAction(translated(kContext, "None yet"))->setEnabled(false);
+}
+
+void MainWindow::addThemeMenu(QMenu& menu) {
+    auto& themes = *menu.addMenu(translated(kContext, "Th&eme"));
+    auto* const group = new QActionGroup(this);
+    constexpr std::array<std::pair<Command, Theme>, 3> kThemes{
+        {{Command::themeSystem, Theme::system},
+         {Command::themeLight, Theme::light},
+         {Command::themeDark, Theme::dark}}};
+    for (const auto& [command, theme] : kThemes) {
+        auto& action = actions_[command];
+        action.setCheckable(true);
+        action.setChecked(settings::theme() == theme);
+        group->addAction(&action);
+        themes.addAction(&action);
+        on(command, [chosen = theme] {
+            settings::setTheme(chosen);
+            applyTheme(chosen);
+        });
+    }
+}
+
+void MainWindow::buildToolBar() {
+    auto& bar = *addToolBar(translated(kContext, "Tools"));
+    bar.setObjectName(QStringLiteral("tools"));
+    bar.setMovable(false);
+    bar.setIconSize({20, 20});
+    for (const auto command : {Command::newProject, Command::openProject, Command::saveProject})
+        bar.addAction(&actions_[command]);
+    bar.addSeparator();
+    bar.addAction(&actions_[Command::undo]);
+    bar.addAction(&actions_[Command::redo]);
+    bar.addSeparator();
+    auto* const add = new QToolButton(&bar);
+    add->setObjectName(QStringLiteral("addButton"));
+    add->setIcon(icon("add"));
+    add->setText(translated(kContext, "Add"));
+    add->setToolTip(translated(kContext, "Add an element"));
+    add->setAccessibleName(translated(kContext, "Add an element"));
+    add->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    add->setPopupMode(QToolButton::InstantPopup);
+    add->setMenu(&tree_->addMenu());
+    bar.addWidget(add);
+    bar.addAction(&actions_[Command::rename]);
+    bar.addAction(&actions_[Command::remove]);
+}
+
+void MainWindow::connectCommands() {
+    on(Command::newProject, [this] { files_->newProject(); });
+    on(Command::openProject, [this] { files_->open(); });
+    on(Command::saveProject, [this] { files_->save(); });
+    on(Command::saveProjectAs, [this] { files_->saveAs(); });
+    on(Command::quit, [this] { close(); });
+    on(Command::undo, [this] { session_.undo(); });
+    on(Command::redo, [this] { session_.redo(); });
+    on(Command::rename, [this] { tree_->renameCurrent(); });
+    on(Command::remove, [this] { tree_->removeSelected(); });
+    on(Command::moveUp, [this] { tree_->moveSelected(TreePanel::Direction::up); });
+    on(Command::moveDown, [this] { tree_->moveSelected(TreePanel::Direction::down); });
+    on(Command::pickUp, [this] { tree_->pickUpSelected(); });
+    on(Command::putHere, [this] { tree_->putPickedUp(); });
+    on(Command::about, [this] { showAbout(); });
+}
+
+void MainWindow::connectViewCommands() {
+    on(Command::changeSelected, [this] {
+        tabs_->setCurrentWidget(table_);
+        table_->changeSelected();
+    });
+    on(Command::filterTree, [this] { tree_->focusFilter(); });
+    on(Command::filterTable, [this] {
+        tabs_->setCurrentWidget(table_);
+        table_->focusFilter();
+    });
+    on(Command::showTree, [this] { tree_->focusTree(); });
+    on(Command::showForm, [this] {
+        tabs_->setCurrentWidget(form_);
+        form_->focusField({});
+    });
+    on(Command::showTable, [this] {
+        tabs_->setCurrentWidget(table_);
+        table_->focusTable();
+    });
+    on(Command::showProblems, [this] { problems_->focusList(); });
+    on(Command::nextProblem, [this] { problems_->activateNext(); });
+}
+
+void MainWindow::showAbout() {
+    QMessageBox::about(
+        this, translated(kContext, "About corvane workbench"),
+        translated(kContext, "corvane workbench {}\n\nConfigures industrial automation projects.",
+                   {QCoreApplication::applicationVersion()}));
+}
+
+} // namespace corvane::workbench::gui
