@@ -87,6 +87,25 @@ TEST(StringOutputStream, BytesThatNobodyWroteAreZero) {
     }
 }
 
+TEST(StringOutputStream, WritesOneTextAfterTheOther) {
+    StringOutputStream stream;
+    EXPECT_EQ(stream.view(), "");
+    stream.clear();
+    for (const std::size_t size : {5U, 3U, 100'000U, 0U, 7U}) {
+        const std::string text(size, static_cast<char>('a' + size % 26));
+        stream.write(text);
+        EXPECT_EQ(stream.view(), text);
+        EXPECT_EQ(stream.size(), size);
+        stream.clear();
+        EXPECT_EQ(stream.size(), 0U);
+        EXPECT_EQ(stream.view(), "");
+    }
+    stream.commit(stream.reserve(100) + 100);
+    EXPECT_EQ(stream.view(), std::string(100, '\0'));
+    stream.write("end");
+    EXPECT_EQ(stream.take(), std::string(100, '\0') + "end");
+}
+
 TEST(StringOutputStream, RoomMayBeMadeAtAnyTime) {
     StringOutputStream stream;
     stream.write("begun");

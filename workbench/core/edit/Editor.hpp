@@ -70,7 +70,7 @@ public:
     [[nodiscard]] bool canMove(std::span<model::Element* const> elements,
                                const model::Element& parent) const;
 
-    /// Imports a document as importDocument does, as one step.
+    /// Imports a document as importDocument does, as one step; one that changes nothing is none.
     ImportResult import(model::Element& target, std::string document);
 
     [[nodiscard]] bool canUndo() const;

@@ -15,24 +15,29 @@ namespace {
 namespace encoder = utils::json::encoder;
 using Change = ImportedElement::Change;
 
-/// Compares what elements save.
+/// Compares what elements save. It keeps the room for both texts: an import compares as many as it
+/// meets again.
 class Comparison {
 public:
     bool areEqual(const skill::Element& a, const skill::Element& b) {
-        return membersOf(a) == membersOf(b);
+        return write(a, first_) == write(b, second_);
     }
 
 private:
-    std::string membersOf(const skill::Element& element) {
+    using Text = utils::io::StringOutputStream;
+
+    static std::string_view write(const skill::Element& element, Text& text) {
+        text.clear();
         {
-            encoder::Document document(stream_, encoder::Format::compact);
+            encoder::Document document(text, encoder::Format::compact);
             auto members = document.object();
             element.save(members);
         }
-        return stream_.take();
+        return text.view();
     }
 
-    utils::io::StringOutputStream stream_;
+    Text first_;
+    Text second_;
 };
 
 // Where the name in the file is taken, an element may get back the very name that it had.

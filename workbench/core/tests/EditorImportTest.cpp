@@ -135,15 +135,43 @@ END_DATA_BLOCK
     editor.rename(project.element("/P/Line/speed"), "velocity");
     set(editor, "/P/Line/velocity", u"Command", std::u16string(u"/P/Slow"));
     const auto edited = sightOf(project);
+    const auto step = editor.undoText();
     import();
     EXPECT_EQ(sightOf(project), edited) << "names and commands are kept";
-    expectUndoAndRedo(editor, edited);
-    for (int i = 0; i != 4; ++i)
+    EXPECT_EQ(editor.undoText(), step) << "what changes nothing is no step";
+    for (int i = 0; i != 3; ++i)
         editor.undo();
     EXPECT_EQ(sightOf(project), once);
     editor.undo();
     EXPECT_EQ(sightOf(project), before);
     EXPECT_FALSE(editor.isModified());
+}
+
+TEST_F(EditorImportTest, WhatChangesNothingIsNoStep) {
+    auto project = load(kRack);
+    Editor editor(project);
+    const auto outcome = editor.import(project.element("/r"), std::string(kDocument));
+    EXPECT_FALSE(outcome.counts.isNothing());
+    editor.markSaved();
+    const auto imported = sightOf(project);
+
+    // What was undone can still be redone, and finds the references that it lost.
+    editor.remove(std::vector{&project.element("/r/new")});
+    const auto removed = sightOf(project);
+    editor.undo();
+    const auto again = editor.import(project.element("/r"), std::string(kDocument));
+    EXPECT_EQ(again.replaced, 6U);
+    EXPECT_EQ(again.counts.unchanged, 6U);
+    EXPECT_EQ(again.top, outcome.top);
+    EXPECT_FALSE(editor.isModified());
+    EXPECT_EQ(editor.undoText(), u"Import into “r”");
+    EXPECT_EQ(sightOf(project), imported);
+    ASSERT_TRUE(editor.canRedo());
+    editor.redo();
+    EXPECT_EQ(sightOf(project), removed);
+    editor.undo();
+    EXPECT_EQ(sightOf(project), imported);
+    expectAsReloaded(project);
 }
 
 } // namespace corvane::workbench::core::test

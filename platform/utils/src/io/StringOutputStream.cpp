@@ -37,6 +37,12 @@ std::string StringOutputStream::take() {
     return std::exchange(text_, std::string());
 }
 
+// Only what was written can be anything but zero.
+void StringOutputStream::clear() {
+    std::fill_n(text_.begin(), size(), '\0');
+    useTailFrom(0);
+}
+
 std::string_view StringOutputStream::description() const { return "in-memory text string"; }
 
 // The tail is made of zeros in steps that are still in the processor's cache when they are written

@@ -30,10 +30,15 @@ ImportStep::ImportStep(model::Element& target, StagedImport& staged)
       target_(&target),
       staged_(&staged) {}
 
-// A document may be empty, and is then no step.
+// Where nothing has changed, the elements keep what they are made of, too: it is what the other
+// steps know.
 bool ImportStep::perform(Workspace& workspace) {
-    workspace.reset(*target_, [&] { merge(workspace); });
-    return !outcome_.top.empty();
+    workspace.reset(*target_, [&] {
+        merge(workspace);
+        if (counts_.isNothing())
+            takeBack(workspace);
+    });
+    return !counts_.isNothing();
 }
 
 void ImportStep::merge(Workspace& workspace) {

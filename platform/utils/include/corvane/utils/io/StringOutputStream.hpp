@@ -35,6 +35,12 @@ public:
     /// Takes what was written and leaves the stream empty.
     [[nodiscard]] std::string take();
 
+    /// What was written, as long as nothing is written after it.
+    [[nodiscard]] std::string_view view() const { return {text_.data(), size()}; }
+
+    /// Forgets what was written and keeps the room, for who writes many texts one after the other.
+    void clear();
+
     /// The bytes written so far.
     [[nodiscard]] std::size_t size() const { return text_.size() - room(); }
 
