@@ -4,7 +4,6 @@
 
 #include <corvane/utils/numeric/ParseNumber.hpp>
 #include <corvane/utils/string/Ascii.hpp>
-#include <corvane/utils/string/ControlCharacters.hpp>
 #include <corvane/utils/string/Utf.hpp>
 #include <corvane/workbench/ui/Choice.hpp>
 #include <corvane/workbench/ui/InfoField.hpp>
@@ -25,12 +24,7 @@ public:
     explicit ValueReader(std::string_view text)
         : text_(text), wide_(utils::string::detail::utf8ToUtf16(text)) {}
 
-    void visit(ui::TextField&) override {
-        if (utils::string::hasControlCharacter(text_))
-            refuse("the value must be one line without control characters");
-        else
-            value = wide_;
-    }
+    void visit(ui::TextField&) override { value = wide_; }
     void visit(ui::ReferenceChooser&) override { value = wide_; }
 
     void visit(ui::SpinBoxControl& control) override {

@@ -10,8 +10,8 @@
 #include "workbench/core/edit/workspace/EditText.hpp"
 #include "workbench/core/edit/workspace/Selection.hpp"
 
-#include <corvane/utils/string/ControlCharacters.hpp>
 #include <corvane/utils/string/Utf.hpp>
+#include <corvane/workbench/ui/TextField.hpp>
 
 #include <algorithm>
 #include <array>
@@ -26,8 +26,8 @@ using utils::string::detail::utf8ToUtf16;
 void requireWellFormed(std::string_view name) {
     if (!utils::string::detail::isValidUtf8(name))
         refuseEdit("the name “{}” is not valid UTF-8", {utf8ToUtf16(name)});
-    if (utils::string::hasControlCharacter(name))
-        refuseEdit("the name must be one line without control characters");
+    if (const auto oneLine = ui::requireOneLine(utf8ToUtf16(name), editText("the name")); !oneLine)
+        throw EditError(utils::string::detail::utf16ToUtf8(oneLine.error()));
 }
 
 void requireBelowRoot(const Workspace& workspace, std::span<Element* const> elements) {

@@ -203,6 +203,22 @@ TEST_F(FormRowsTest, APastedAddressLosesItsPrefixAndTheCursorFollows) {
     EXPECT_EQ(anchorOf(*line), 0);
 }
 
+TEST_F(FormRowsTest, ALineWithControlCharactersIsRefused) {
+    select("/PLC");
+    type("Address", "10.0.0.1");
+    auto* const line = field<QLineEdit>("Address");
+    for (const auto* const pasted : {"a\nb", "\t", "\x1b[1m"}) {
+        QGuiApplication::clipboard()->setText(QString::fromLatin1(pasted));
+        QTest::keyClick(line, Qt::Key_V, Qt::ControlModifier);
+        settle();
+        EXPECT_EQ(line->text(), "10.0.0.1");
+        EXPECT_EQ(notice(), "/PLC: Address: the value must be one line without control characters");
+        child<NoticeBar>().clear();
+    }
+    trigger(Command::undo);
+    EXPECT_EQ(shown("Address"), "") << "nothing else was a step";
+}
+
 TEST_F(FormRowsTest, TheCursorStaysWhereTextIsTyped) {
     select("/PLC");
     type("Address", "ad");

@@ -1,5 +1,6 @@
 #include "GuiTesting.hpp"
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QPushButton>
 #include <QTableView>
@@ -30,6 +31,16 @@ protected:
             if (model.headerData(i, Qt::Horizontal) == heading)
                 return i;
         return -1;
+    }
+
+    /// The line in which a cell is edited from now on, all of it selected; null if there is none.
+    QLineEdit* editing(const QModelIndex& index) {
+        table().setCurrentIndex(index);
+        table().edit(index);
+        auto* const line = table().viewport()->findChild<QLineEdit*>();
+        if (line != nullptr)
+            line->selectAll();
+        return line;
     }
 
     void selectRows(int first, int last) {
@@ -112,11 +123,8 @@ TEST_F(TableTest, TheFilterLooksIntoEveryCell) {
 
 TEST_F(TableTest, ACellIsEditedInPlaceWithTheFieldOfTheForm) {
     const auto address = cell("SpeedSetpoint", "Address");
-    table().setCurrentIndex(address);
-    table().edit(address);
-    auto* const line = table().viewport()->findChild<QLineEdit*>();
+    auto* const line = editing(address);
     ASSERT_NE(line, nullptr);
-    line->selectAll();
     QTest::keyClicks(line, QStringLiteral("MW4"));
     QTest::keyClick(line, Qt::Key_Return);
     settle();
@@ -124,6 +132,19 @@ TEST_F(TableTest, ACellIsEditedInPlaceWithTheFieldOfTheForm) {
     EXPECT_FALSE(cell("SpeedSetpoint", "Address").data(Qt::ToolTipRole).toString().isEmpty());
     trigger(Command::undo);
     EXPECT_EQ(cell("SpeedSetpoint", "Address").data(), "DB2");
+}
+
+TEST_F(TableTest, ACellRefusesControlCharacters) {
+    const auto address = cell("SpeedSetpoint", "Address");
+    auto* const line = editing(address);
+    ASSERT_NE(line, nullptr);
+    QGuiApplication::clipboard()->setText(QStringLiteral("DB2\nDB4"));
+    QTest::keyClick(line, Qt::Key_V, Qt::ControlModifier);
+    QTest::keyClick(line, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(cell("SpeedSetpoint", "Address").data(), "DB2");
+    EXPECT_EQ(notice(), "/PLC/Line/SpeedSetpoint: Address: the value must be one line without "
+                        "control characters");
 }
 
 TEST_F(TableTest, WhatTheFormOnlyShowsCannotBeEdited) {

@@ -1,4 +1,5 @@
 #include <corvane/utils/numeric/FormatNumber.hpp>
+#include <corvane/utils/string/ControlCharacters.hpp>
 #include <corvane/utils/string/Utf.hpp>
 #include <corvane/workbench/host/Model.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
@@ -50,10 +51,19 @@ SetResult Control::refuseType() {
     return refuse("the field does not take a value of this type", {});
 }
 
+SetResult requireOneLine(std::u16string_view text, std::u16string_view subject) {
+    if (utils::string::hasControlCharacter(text))
+        return refuse("{} must be one line without control characters", {subject});
+    return {};
+}
+
 SetResult TextField::setValue(const ControlValue& value) {
     const auto* const text = std::get_if<std::u16string>(&value);
     if (text == nullptr)
         return refuseType();
+    if (*text != accessor_.get())
+        if (auto oneLine = requireOneLine(*text, i18n::translate(kContext, "the value")); !oneLine)
+            return oneLine;
     accessor_.set(corrected({*text, text->size(), text->size()}).text);
     return {};
 }

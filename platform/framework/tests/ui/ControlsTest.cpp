@@ -128,6 +128,32 @@ TEST_F(ControlsTest, TextFieldSetsAsIfTypedToTheEnd) {
     EXPECT_EQ(seen.anchor, 2u);
 }
 
+TEST_F(ControlsTest, TextFieldRefusesControlCharacters) {
+    ui::TextField field("key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit), {});
+    const std::u16string reason = u"the value must be one line without control characters";
+    const auto isControl = [](unsigned code) {
+        return code < 0x20 || (code > 0x7e && code < 0xa0);
+    };
+    for (unsigned code = 0; code != 0x200; ++code) {
+        const std::u16string text{u'm', static_cast<char16_t>(code)};
+        EXPECT_EQ(refusal(field, text), isControl(code) ? reason : u"") << code;
+        EXPECT_EQ(probe_.unit == text, !isControl(code)) << code;
+    }
+    EXPECT_EQ(refusal(field, std::u16string(u"m\u2028")), u"");
+    probe_.log.clear();
+    EXPECT_EQ(refusal(field, std::u16string(u"\n")), reason);
+    EXPECT_EQ(probe_.takeLog(), Log{}) << "nothing was published";
+}
+
+TEST_F(ControlsTest, TextFieldTakesTheControlCharactersThatItHolds) {
+    ui::TextField field("key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit), {});
+    field.restoreValue(std::u16string(u"k\tm"));
+    EXPECT_EQ(refusal(field, std::u16string(u"k\tm")), u"");
+    EXPECT_EQ(probe_.unit, u"k\tm");
+    EXPECT_NE(refusal(field, std::u16string(u"k\tmm")), u"");
+    EXPECT_EQ(refusal(field, std::u16string(u"km")), u"");
+}
+
 TEST_F(ControlsTest, SpinBoxTakesNumbersWithinItsLimits) {
     std::uint8_t rate = 9;
     ui::SpinBox<std::uint8_t> box("key", {}, handle(rate), accessorOf(probe_, rate), {1, 7, 2},

@@ -13,6 +13,11 @@ struct TextEdit {
     std::size_t anchor = 0;
 };
 
+/// Whether `text` may be entered where one line is asked for: it has no control characters. The
+/// reason of a refusal begins with `subject`, a translated noun such as "the value".
+[[nodiscard]] CORVANE_EXPORT SetResult requireOneLine(std::u16string_view text,
+                                                      std::u16string_view subject);
+
 /// A single-line text field.
 class CORVANE_EXPORT TextField final : public Control {
 public:
@@ -34,7 +39,8 @@ public:
 
     [[nodiscard]] ControlValue value() const override { return accessor_.get(); }
 
-    /// Takes a text, corrected by the fix-up as if it had been typed.
+    /// Takes a text, corrected by the fix-up as if it had been typed. One with control characters
+    /// is refused, unless it is what the field holds: a document may have brought it.
     SetResult setValue(const ControlValue& value) override;
 
     /// What a text becomes when it is entered, with the cursor and the anchor moved along: for
