@@ -51,7 +51,7 @@ std::string Setup::documentOf(workbench::model::Element& element,
     const core::OpenForm form(element);
     auto document = form.importButton(".db")->press(file);
     if (!document)
-        throw std::runtime_error(utils::string::detail::utf16ToUtf8(document.error()));
+        throw std::runtime_error(utils::string::detail::utf16ToUtf8(document.error().text));
     return std::move(document->text);
 }
 

@@ -33,13 +33,16 @@ constexpr std::string_view kTwoPlcs = R"({"corvane": 1, "elements": [
 ]}
 )";
 
-/// What a failed import prints: the plug-in's own text and nothing else. The blank at its end
-/// belongs to it.
-Result importError(std::string_view file, std::string_view message) {
-    return {.exitCode = 1,
-            .out = {},
-            .err = "Error importing S7 data blocks from " + std::string(file) + ": " +
-                   std::string(message) + " \n"};
+/// The line with which a failed import begins: the plug-in's own text and nothing else. The blank
+/// at its end belongs to it.
+std::string errorLine(std::string_view file, std::string_view message) {
+    return "Error importing S7 data blocks from " + std::string(file) + ": " +
+           std::string(message) + " \n";
+}
+
+Result withHint(Result result, std::string_view hint) {
+    result.err.append("hint: ").append(hint).append("\n");
+    return result;
 }
 
 std::string onlyShown(std::string_view file) {
@@ -247,8 +250,10 @@ TEST(Import, WhatFailsSaysSoInThePlugInsOwnWordsAndChangesNothing) {
     };
     for (const auto& [source, message] : sources) {
         place.write("bad.db", source);
-        const auto expected = importError("bad.db", message);
-        EXPECT_EQ(place.run({"import", "bad.db"}), expected);
+        const auto expected = place.run({"import", "bad.db"});
+        EXPECT_EQ(expected.exitCode, 1);
+        EXPECT_EQ(expected.out, "");
+        EXPECT_TRUE(expected.err.starts_with(errorLine("bad.db", message))) << expected;
         EXPECT_EQ(place.run({"import", "bad.db", "--document"}), expected);
         EXPECT_EQ(place.run({"import", "bad.db", "--project", "P.json"}), expected);
         EXPECT_EQ(place.run({"import", "bad.db", "--project", "New.json"}), expected);
@@ -259,8 +264,12 @@ TEST(Import, WhatFailsSaysSoInThePlugInsOwnWordsAndChangesNothing) {
 
 TEST(Import, OfAFileThatCannotBeRead) {
     const Sandbox place;
-    EXPECT_EQ(place.run({"import", "none.db"}),
-              importError("none.db", "cannot open the file: No such file or directory"));
+    const auto missing = place.run({"import", "none.db"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.out, "");
+    EXPECT_TRUE(missing.err.starts_with(
+        errorLine("none.db", "cannot open the file: No such file or directory")))
+        << missing;
     std::filesystem::create_directory(place.folder() / "folder.db");
     const auto result = place.run({"import", "folder.db"});
     EXPECT_EQ(result.exitCode, 1);
@@ -273,7 +282,8 @@ TEST(Import, OfAFileThatCannotBeRead) {
 TEST(Import, AFailureComesBeforeThePlugInsThatCouldNotBeLoaded) {
     const Sandbox place;
     place.write("bad.db", "PROGRAM");
-    auto expected = importError("bad.db", "Missing DATA_BLOCK declaration");
+    auto expected = place.run({"import", "bad.db"});
+    EXPECT_TRUE(expected.err.starts_with(errorLine("bad.db", "Missing DATA_BLOCK declaration")));
     expected.err += "corvane: plug-in none.so was not loaded: No such file or directory\n";
     EXPECT_EQ(place.run({"--plugin", "none.so", "import", "bad.db"}), expected);
 }
@@ -287,12 +297,17 @@ TEST(Import, WhereItCannot) {
     place.write("a", "");
     EXPECT_EQ(place.run({"import", "a"}), failed(R"(no loaded plug-in imports "" files)"));
     for (const std::string none : {"none.txt", "none", "none/a.txt"}) {
-        const auto missing = failed(none + ": No such file or directory");
+        const auto missing = withHint(failed(none + ": No such file or directory"),
+                                      "there is no such file; check its name and its folder");
         EXPECT_EQ(place.run({"import", none}), missing);
         EXPECT_EQ(place.run({"import", none, "--project", "P.json", "--at", "/PLC"}), missing);
         EXPECT_EQ(place.run({"import", none, "--project", "New.json"}), missing);
     }
     EXPECT_FALSE(place.has("New.json"));
+    std::filesystem::create_directory(place.folder() / "folder");
+    EXPECT_EQ(place.run({"import", "folder"}),
+              withHint(failed(R"(no loaded plug-in imports "" files)"),
+                       "this is a folder; name a file in it"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "/PLC/Data"}),
               failed(R"(/PLC/Data does not import ".db" files)"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "/Q"}),

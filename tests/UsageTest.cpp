@@ -61,7 +61,7 @@ TEST(Usage, AWrongCommandLineIsToldFromAFailedJob) {
         {{"import", "a.db", "b.db"}, "The following argument was not expected: b.db", "import"},
         {{"import", "a.db", "--at", "/PLC"}, "--at requires --project", "import"},
         {{"import", "a.db", "--project"}, "--project: 1 required TEXT missing", "import"},
-        {{"import", "a.db", "--json"}, "The following argument was not expected: --json", "import"},
+        {{"import", "a.db", "--text"}, "The following argument was not expected: --text", "import"},
         {{"show"}, "PROJECT is required", "show"},
         {{"show", "P.json", "/PLC", "x"}, "The following argument was not expected: x", "show"},
         {{"members"}, "PROJECT is required", "members"},

@@ -109,6 +109,7 @@ void addImport(CLI::App& app, Job& job) {
                           "Tell what would be added, updated and renamed, and save nothing")
                 ->needs(project)
                 ->excludes(document);
+            verb.add_flag("--json", request.json, kJsonHelp);
         });
 }
 
@@ -224,7 +225,7 @@ void addVerbs(CLI::App& app, Job& job) {
     addPlugins(app, job);
 }
 
-void report(const std::string& message) { printMessage("corvane: " + message); }
+void report(std::string_view message) { printMessage(programMessage(message)); }
 
 // An error may come out of a plug-in, so it is reported while the plug-ins are loaded.
 ExitCode runReporting(const Job& job, Session& session) try {

@@ -50,9 +50,9 @@ ImportResult importResult(const std::filesystem::path& filePath,
     try {
         return import();
     } catch (const std::exception& error) {
-        return std::unexpected(errorText(filePath, error.what()));
+        return std::unexpected(ui::ImportFailure{.text = errorText(filePath, error.what())});
     } catch (...) {
-        return std::unexpected(errorText(filePath, "unknown error"));
+        return std::unexpected(ui::ImportFailure{.text = errorText(filePath, "unknown error")});
     }
 }
 

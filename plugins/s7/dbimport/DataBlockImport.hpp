@@ -8,14 +8,13 @@
 
 #include <expected>
 #include <filesystem>
-#include <string>
 
 namespace corvane::workbench::plugins::s7Driver {
 
 class Plc;
 
-/// A document, or the text that tells a user why there is none.
-using ImportResult = std::expected<ui::ImportedDocument, std::u16string>;
+/// A document, or what tells a user why there is none.
+using ImportResult = std::expected<ui::ImportedDocument, ui::ImportFailure>;
 
 /// Makes of a .db file the document that, imported below `plc`, gives it the file's data blocks.
 /// The PLC itself is only looked at: items that it has already keep their commands, data blocks

@@ -22,6 +22,15 @@ constexpr std::string_view kPlain = "\x1b[0m";
 
 bool isTerminal(int descriptor) { return ::isatty(descriptor) == 1; }
 
+/// Writes a line to standard error, whose control characters but those in `kept` a terminal gets
+/// masked.
+void printLine(std::string_view line, std::string_view kept) {
+    if (isTerminal(STDERR_FILENO))
+        std::cerr << maskControlCharacters(line, kept) << '\n';
+    else
+        std::cerr << line << '\n';
+}
+
 } // namespace
 
 std::string narrow(std::u16string_view text) { return utils::string::detail::utf16ToUtf8(text); }
@@ -78,12 +87,11 @@ void TextOutput::writeDocument(function_ref<void(utils::io::OutputStream&)> writ
 
 void TextOutput::writeMasked(std::string_view text) { stream_.write(maskControlCharacters(text)); }
 
-void printMessage(std::string_view line) {
-    if (isTerminal(STDERR_FILENO))
-        std::cerr << maskControlCharacters(line) << '\n';
-    else
-        std::cerr << line << '\n';
-}
+void printMessage(std::string_view line) { printLine(line, {}); }
+
+void printTabbed(std::string_view line) { printLine(line, "\t"); }
+
+std::string programMessage(std::string_view text) { return std::string("corvane: ").append(text); }
 
 void Table::write(TextOutput& output) const {
     std::vector<std::size_t> widths(rows_.front().size());

@@ -69,6 +69,12 @@ private:
 /// could be told.
 void printMessage(std::string_view line);
 
+/// The same for a line of a file or one below it, which keep their tabs on a terminal, too.
+void printTabbed(std::string_view line);
+
+/// A message of the program's own, as it is printed: behind the program's name.
+[[nodiscard]] std::string programMessage(std::string_view text);
+
 /// Lines of cells under a line of headings; the first column is flushed left, numbers right.
 class Table {
 public:

@@ -1,3 +1,4 @@
+#include "workbench/cli/output/ImportFailurePrinter.hpp"
 #include "workbench/cli/output/ProgressLine.hpp"
 #include "workbench/cli/output/TreePrinter.hpp"
 #include "workbench/cli/verbs/ImportSummary.hpp"
@@ -7,9 +8,12 @@
 #include "workbench/core/import/ProjectImport.hpp"
 #include "workbench/core/project/OpenForm.hpp"
 
-#include <optional>
+#include <corvane/utils/string/Utf.hpp>
+
+#include <expected>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -17,12 +21,26 @@ namespace corvane::workbench::cli {
 
 namespace {
 
+/// A file that cannot be imported before any plug-in has looked at it, and what helps.
+class RefusedFile : public std::runtime_error {
+public:
+    RefusedFile(const std::string& message, std::string_view hint)
+        : std::runtime_error(message), hint_(hint) {}
+
+    [[nodiscard]] std::string_view hint() const { return hint_; }
+
+private:
+    std::string_view hint_;
+};
+
 /// Throws that no button takes a file, or that there is no such file, which is then the reason.
 [[noreturn]] void refuseFile(const std::filesystem::path& file, const std::string& refusal) {
     std::error_code error;
-    if (!exists(status(file, error)))
-        throw std::system_error(error, file.string());
-    throw std::runtime_error(refusal);
+    const auto found = status(file, error);
+    if (!exists(found))
+        throw RefusedFile(std::system_error(error, file.string()).what(),
+                          "there is no such file; check its name and its folder");
+    throw RefusedFile(refusal, is_directory(found) ? "this is a folder; name a file in it" : "");
 }
 
 model::Element& newTarget(core::Project& project, const ImportRequest& request,
@@ -53,21 +71,17 @@ void printWarnings(const ui::ImportedDocument& document) {
                      narrow(warning.text));
 }
 
-/// Presses the button; null after the plug-in's text, which stands alone on its line so that
-/// programs can read it, was printed.
-std::optional<ui::ImportedDocument> documentOf(const ImportRequest& request, model::Element& target,
-                                               const std::string& extension) {
+/// Presses the button.
+std::expected<ui::ImportedDocument, ui::ImportFailure>
+documentOf(const ImportRequest& request, model::Element& target, const std::string& extension) {
     const core::OpenForm form(target);
     auto* const button = form.importButton(extension);
     if (button == nullptr)
         refuseFile(request.file, target.path() + " does not import \"" + extension + "\" files");
     auto document = button->press(request.file);
-    if (document) {
+    if (document)
         printWarnings(*document);
-        return *std::move(document);
-    }
-    printMessage(narrow(document.error()));
-    return std::nullopt;
+    return document;
 }
 
 std::string counted(std::size_t count, std::string_view what) {
@@ -124,9 +138,23 @@ void preview(const ImportRequest& request, Session& session, const model::Elemen
         output.writeLine(line);
 }
 
-} // namespace
+/// A failure that is not the plug-in's.
+ui::ImportFailure ownFailure(std::string_view message, std::string_view hint = {}) {
+    using utils::string::detail::utf8ToUtf16;
+    ui::ImportFailure failure{.text = utf8ToUtf16(programMessage(message))};
+    if (!hint.empty())
+        failure.hint = utf8ToUtf16(hint);
+    return failure;
+}
 
-ExitCode run(const ImportRequest& request, Session& session) {
+ExitCode fail(const ImportRequest& request, Session& session, const ui::ImportFailure& failure) {
+    printImportFailure(request.file, failure);
+    if (request.json)
+        writeImportFailure(session.output(), request.file, failure);
+    return kFailed;
+}
+
+ExitCode import(const ImportRequest& request, Session& session) {
     const auto extension = core::importExtensionOf(request.file);
     auto project = request.project
                        ? core::Project::openOrCreate(session.plugins(), *request.project)
@@ -137,7 +165,7 @@ ExitCode run(const ImportRequest& request, Session& session) {
     const bool isNew = project.model().root().childElements().size() != before;
     const auto* const newTarget = isNew ? &target : nullptr;
 
-    std::optional<ui::ImportedDocument> document;
+    std::expected<ui::ImportedDocument, ui::ImportFailure> document;
     core::ImportOutcome outcome;
     core::ImportChanges changes;
     core::ImportCounts counts;
@@ -145,7 +173,7 @@ ExitCode run(const ImportRequest& request, Session& session) {
         const ProgressLine progress("Importing " + request.file.string());
         document = documentOf(request, target, extension);
         if (!document)
-            return kFailed;
+            return fail(request, session, document.error());
         if (request.document) {
             session.output().writeDocument([&](auto& stream) {
                 stream.write(document->text);
@@ -173,6 +201,18 @@ ExitCode run(const ImportRequest& request, Session& session) {
         printTree(session.output(), project.model().root().childElements());
     }
     return kDone;
+}
+
+} // namespace
+
+ExitCode run(const ImportRequest& request, Session& session) try {
+    return import(request, session);
+} catch (const RefusedFile& refusal) {
+    return fail(request, session, ownFailure(refusal.what(), refusal.hint()));
+} catch (const std::exception& error) {
+    return fail(request, session, ownFailure(error.what()));
+} catch (...) { // of a plug-in that throws what is no exception
+    return fail(request, session, ownFailure("unknown error"));
 }
 
 } // namespace corvane::workbench::cli

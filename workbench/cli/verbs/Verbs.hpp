@@ -31,6 +31,7 @@ struct ImportRequest {
     std::optional<std::string> at; // path of the element to import into
     bool document = false;         // print the document and change nothing
     bool dryRun = false;           // tell what would change and save nothing
+    bool json = false;
 };
 ExitCode run(const ImportRequest& request, Session& session);
 

@@ -124,7 +124,8 @@ END_DATA_BLOCK
         auto& target = project.element("/P");
         const OpenForm form(target);
         auto document = form.importButton(".db")->press(file);
-        ASSERT_TRUE(document.has_value()) << utils::string::detail::utf16ToUtf8(document.error());
+        ASSERT_TRUE(document.has_value())
+            << utils::string::detail::utf16ToUtf8(document.error().text);
         editor.import(target, document->text);
     };
     import();

@@ -125,7 +125,7 @@ void Importer::importInto(model::Element& target, const QString& file, const But
 }
 
 void Importer::read(Source source, const QString& file, Then then) {
-    using Answer = std::expected<ui::ImportedDocument, std::u16string>;
+    using Answer = std::expected<ui::ImportedDocument, ui::ImportFailure>;
     auto answer = std::make_shared<std::optional<Answer>>();
     session_->runner().run(
         translated(kContext, "Importing {}", {QFileInfo(file).fileName()}),
@@ -136,7 +136,7 @@ void Importer::read(Source source, const QString& file, Then then) {
             if (failure)
                 fail(messageOf(failure));
             else if (!**answer)
-                fail(toQt((*answer)->error()));
+                fail(toQt((*answer)->error().text));
             else
                 then(std::move(***answer));
         });

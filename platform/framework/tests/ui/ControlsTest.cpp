@@ -228,7 +228,7 @@ TEST_F(ControlsTest, FlagChoiceHasATextForEachState) {
 TEST_F(ControlsTest, PushButtonMakesADocument) {
     ui::PushButton button(
         "key", {u"Import", u"", u""}, ".txt", [](const std::filesystem::path& file) {
-            return std::expected<ui::ImportedDocument, std::u16string>(
+            return std::expected<ui::ImportedDocument, ui::ImportFailure>(
                 std::in_place,
                 ui::ImportedDocument{.text = file.string(), .memory = {{"a", 4}}, .warnings = {}});
         });
@@ -247,11 +247,17 @@ TEST_F(ControlsTest, PushButtonMakesADocument) {
 }
 
 TEST_F(ControlsTest, PushButtonHandsTheErrorOn) {
-    ui::PushButton button("key", {}, ".txt",
-                          [](const auto&) -> std::expected<ui::ImportedDocument, std::u16string> {
-                              return std::unexpected(u"no plan");
-                          });
-    EXPECT_EQ(button.press("plan.txt").error(), u"no plan");
+    ui::PushButton button(
+        "key", {}, ".txt",
+        [](const auto&) -> std::expected<ui::ImportedDocument, ui::ImportFailure> {
+            return std::unexpected(ui::ImportFailure{
+                .text = u"no plan", .line = 3, .column = 14, .hint = u"draw one"});
+        });
+    const auto failure = button.press("plan.txt").error();
+    EXPECT_EQ(failure.text, u"no plan");
+    EXPECT_EQ(failure.line, 3u);
+    EXPECT_EQ(failure.column, 14u);
+    EXPECT_EQ(failure.hint, u"draw one");
 }
 
 class ReferenceChooserTest : public ControlsTest {

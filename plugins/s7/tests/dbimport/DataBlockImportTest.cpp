@@ -163,15 +163,15 @@ TEST_F(DataBlockImportTest, AFileIsReadLikeItsBytes) {
 TEST_F(DataBlockImportTest, FailuresAreTexts) {
     const auto missing = importDataBlocks(plc(), "/nowhere/to be found.db");
     ASSERT_FALSE(missing);
-    EXPECT_TRUE(missing.error().starts_with(
+    EXPECT_TRUE(missing.error().text.starts_with(
         u"Error importing S7 data blocks from /nowhere/to be found.db: "));
-    EXPECT_TRUE(missing.error().ends_with(u" "));
+    EXPECT_TRUE(missing.error().text.ends_with(u" "));
 
     const fs::path file = ownFile("twice.db");
     const auto twice = importFile(plc(), file, testing::dataBlock("") + testing::dataBlock(""));
     ASSERT_FALSE(twice);
-    EXPECT_EQ(twice.error(), u"Error importing S7 data blocks from " + file.u16string() +
-                                 u": Cannot have DB with the same name in the same .db file ");
+    EXPECT_EQ(twice.error().text, u"Error importing S7 data blocks from " + file.u16string() +
+                                      u": Cannot have DB with the same name in the same .db file ");
     EXPECT_TRUE(plcElement().childElements().empty());
 }
 

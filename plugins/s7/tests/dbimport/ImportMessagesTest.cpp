@@ -223,7 +223,8 @@ TEST(ImportMessages, TheUserIsToldTheFileAndTheMessage) {
     const auto errorText = [](const char* path, const char* message) {
         return importResult(path,
                             [&]() -> ui::ImportedDocument { throw std::runtime_error(message); })
-            .error();
+            .error()
+            .text;
     };
     EXPECT_EQ(errorText("/tmp/a b.db", "Expected DB number"),
               u"Error importing S7 data blocks from /tmp/a b.db: Expected DB number ");
@@ -235,7 +236,7 @@ TEST(ImportMessages, WhatIsNoStandardExceptionIsATextToo) {
     const ImportResult result =
         importResult("x.db", []() -> ui::ImportedDocument { throw 5; }); // NOLINT
     ASSERT_FALSE(result);
-    EXPECT_EQ(result.error(), u"Error importing S7 data blocks from x.db: unknown error ");
+    EXPECT_EQ(result.error().text, u"Error importing S7 data blocks from x.db: unknown error ");
 }
 
 } // namespace

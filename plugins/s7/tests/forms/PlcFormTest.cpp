@@ -155,7 +155,7 @@ TEST_F(PlcForm, ImportsAFile) {
     const TemporaryFile file("DATA_BLOCK Data\n{ S7_Optimized_Access := 'FALSE' }\nSTRUCT\n"
                              "speed : Int;\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
     const auto document = form.at<ui::PushButton>(kImport).press(file.path());
-    ASSERT_TRUE(document) << utf8(document.error());
+    ASSERT_TRUE(document) << utf8(document.error().text);
     EXPECT_NE(document->text.find(R"("@Skill.S7.DataBlock")"), std::string::npos);
     EXPECT_NE(document->text.find(R"("speed")"), std::string::npos);
     EXPECT_TRUE(plc.modelElement()->childElements().empty()); // the host's to add
@@ -166,7 +166,7 @@ TEST_F(PlcForm, ImportsForItsOwnPlc) {
     const TemporaryFile file("DATA_BLOCK Data\n{ S7_Optimized_Access := 'FALSE' }\nSTRUCT\n"
                              "speed : Int;\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
     const auto document = form.at<ui::PushButton>(kImport).press(file.path());
-    ASSERT_TRUE(document) << utf8(document.error());
+    ASSERT_TRUE(document) << utf8(document.error().text);
     EXPECT_NE(document->text.find(R"("command":"/PLC/Own")"), std::string::npos) << document->text;
 }
 
@@ -174,9 +174,9 @@ TEST_F(PlcForm, SaysWhyAFileIsNotImported) {
     const TemporaryFile file("no data block");
     const auto document = form.at<ui::PushButton>(kImport).press(file.path());
     ASSERT_FALSE(document);
-    EXPECT_EQ(utf8(document.error()), "Error importing S7 data blocks from " +
-                                          file.path().native() +
-                                          ": Missing DATA_BLOCK declaration ");
+    EXPECT_EQ(utf8(document.error().text), "Error importing S7 data blocks from " +
+                                               file.path().native() +
+                                               ": Missing DATA_BLOCK declaration ");
 }
 
 TEST_F(PlcForm, NeedsAForm) { expectFormNeeded(plc); }

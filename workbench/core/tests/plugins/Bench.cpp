@@ -28,11 +28,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-std::expected<ui::ImportedDocument, std::u16string>
+std::expected<ui::ImportedDocument, ui::ImportFailure>
 readDocument(const std::filesystem::path& file) {
     std::ifstream stream(file);
     if (!stream)
-        return std::unexpected(u"the bench cannot read " + utf8ToUtf16(file.string()));
+        return std::unexpected(
+            ui::ImportFailure{.text = u"the bench cannot read " + utf8ToUtf16(file.string())});
     return ui::ImportedDocument{
         .text = {std::istreambuf_iterator<char>(stream), {}}, .memory = {}, .warnings = {}};
 }

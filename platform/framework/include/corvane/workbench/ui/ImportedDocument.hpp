@@ -24,6 +24,16 @@ struct ImportWarning {
     std::string element;
 };
 
+/// Why a file could not be imported.
+struct ImportFailure {
+    std::u16string text; ///< translated
+    /// Where in the file, both from 1, columns in code points; empty where there is no such place.
+    std::optional<std::uint64_t> line = std::nullopt;
+    std::optional<std::uint64_t> column = std::nullopt;
+    /// What the user can do about it, translated; empty where nothing is known to help.
+    std::optional<std::u16string> hint = std::nullopt;
+};
+
 /// What an import action makes of a file.
 struct ImportedDocument {
     /// A JSON array of element documents, to be imported below the element of the form.

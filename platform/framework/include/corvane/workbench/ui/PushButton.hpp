@@ -11,8 +11,8 @@ namespace corvane::workbench::ui {
 /// the document below the element of the form.
 class CORVANE_EXPORT PushButton final : public Control {
 public:
-    /// Makes a document of a file, or gives the translated text that says why not; changes nothing.
-    using Action = ControlFunction<std::expected<ImportedDocument, std::u16string>(
+    /// Makes a document of a file, or says why not; changes nothing.
+    using Action = ControlFunction<std::expected<ImportedDocument, ImportFailure>(
         const std::filesystem::path&)>;
 
     /// `extension` begins with a dot.
@@ -25,7 +25,7 @@ public:
     [[nodiscard]] const std::string& extension() const { return extension_; }
 
     /// Runs the action to its end, on the calling thread, which owns the model.
-    [[nodiscard]] std::expected<ImportedDocument, std::u16string>
+    [[nodiscard]] std::expected<ImportedDocument, ImportFailure>
     press(const std::filesystem::path& file) {
         return action_(file);
     }
