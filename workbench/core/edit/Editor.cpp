@@ -138,6 +138,8 @@ bool Editor::canUndo() const { return history_->undoable() != nullptr; }
 
 bool Editor::canRedo() const { return history_->redoable() != nullptr; }
 
+std::size_t Editor::stepsDone() const { return history_->stepsDone(); }
+
 std::u16string Editor::undoText() const {
     return canUndo() ? history_->undoable()->text() : std::u16string();
 }

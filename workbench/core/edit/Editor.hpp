@@ -75,6 +75,8 @@ public:
 
     [[nodiscard]] bool canUndo() const;
     [[nodiscard]] bool canRedo() const;
+    /// How many steps have been made and not been undone.
+    [[nodiscard]] std::size_t stepsDone() const;
     /// What the next step back or forth is, for menus: "Rename “speed”"; translated.
     [[nodiscard]] std::u16string undoText() const;
     [[nodiscard]] std::u16string redoText() const;

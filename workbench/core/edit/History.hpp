@@ -18,6 +18,7 @@ public:
     /// longer can then.
     void perform(std::shared_ptr<Step> step);
 
+    [[nodiscard]] std::size_t stepsDone() const { return done_; }
     /// The step that would be undone or redone next; null if there is none.
     [[nodiscard]] Step* undoable() const;
     [[nodiscard]] Step* redoable() const;

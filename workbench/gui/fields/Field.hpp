@@ -25,6 +25,9 @@ public:
     /// Takes what is being typed as entered, as if the user had left the field.
     virtual void commit() {}
 
+    /// Selects what the field shows, so that typing replaces it.
+    virtual void selectContent() {}
+
     /// What the user has entered; nothing for a field that is only read.
     [[nodiscard]] virtual std::optional<ui::ControlValue> entered() const = 0;
 

@@ -51,6 +51,8 @@ public:
         showIn(*line_, typed_);
     }
 
+    void selectContent() override { line_->selectAll(); }
+
     /// As it was typed: the control corrects whatever is set.
     [[nodiscard]] std::optional<ui::ControlValue> entered() const override {
         return toUtf16(typed_);
@@ -100,6 +102,7 @@ public:
 
     void refresh() override { box_->setValue(std::get<std::uint64_t>(control_->value())); }
     void commit() override { box_->takeText(); }
+    void selectContent() override { box_->selectAll(); }
 
     [[nodiscard]] std::optional<ui::ControlValue> entered() const override {
         return static_cast<std::uint64_t>(box_->value());
@@ -123,6 +126,7 @@ public:
     }
 
     void refresh() override { showIn(*line_, toQt(std::get<std::u16string>(control().value()))); }
+    void selectContent() override { line_->selectAll(); }
     [[nodiscard]] std::optional<ui::ControlValue> entered() const override { return std::nullopt; }
 
 private:

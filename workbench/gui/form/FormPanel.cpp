@@ -164,15 +164,22 @@ void FormPanel::take(Field& field) {
     refresh();
 }
 
-bool FormPanel::focusField(std::string_view key) {
+bool FormPanel::jumpTo(std::string_view key) {
+    const auto* const row = focusField(key);
+    if (row != nullptr)
+        row->field().selectContent();
+    return row != nullptr;
+}
+
+FormRow* FormPanel::focusField(std::string_view key) {
     const auto found = std::ranges::find_if(rows_, [&](const FormRow* row) {
         return !row->isHidden() && (key.empty() || row->field().control().key() == key);
     });
     if (found == rows_.end())
-        return false;
+        return nullptr;
     (*found)->field().widget().setFocus(Qt::OtherFocusReason);
     area_->ensureWidgetVisible(*found);
-    return true;
+    return *found;
 }
 
 bool FormPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -30,8 +30,8 @@ public:
     [[nodiscard]] model::Element* element() const { return element_; }
 
     /// Puts the keyboard into the field of the control with this key, or into the first field for
-    /// an empty key; false if there is none.
-    bool focusField(std::string_view key);
+    /// an empty key, with its content selected; false if there is none.
+    bool jumpTo(std::string_view key);
 
 signals:
     /// The button with this key, which imports files, was pressed.
@@ -42,6 +42,7 @@ protected:
 
 private:
     void buildHeader();
+    FormRow* focusField(std::string_view key);
     void closeForm();
     void openForm();
     void addRow(ui::Control& control);

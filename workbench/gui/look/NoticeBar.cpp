@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace corvane::workbench::gui {
 
 namespace {
@@ -19,6 +21,7 @@ namespace {
 constexpr std::string_view kContext = "corvane::workbench::gui::NoticeBar";
 constexpr int kPictureSize = 18;
 constexpr int kRadius = 4;
+constexpr int kMargin = 8; // between the bar and the edges of what it lies upon
 
 QColor tinted(const QColor& base, const QColor& tint) {
     constexpr int kShare = 15; // percent
@@ -29,6 +32,7 @@ QColor tinted(const QColor& base, const QColor& tint) {
 
 QColor tintOf(NoticeBar::Kind kind, const QPalette& palette) {
     switch (kind) {
+    case NoticeBar::Kind::refusal:
     case NoticeBar::Kind::error:
         return palette.color(kErrorRole);
     case NoticeBar::Kind::question:
@@ -40,6 +44,7 @@ QColor tintOf(NoticeBar::Kind kind, const QPalette& palette) {
 
 const char* pictureOf(NoticeBar::Kind kind) {
     switch (kind) {
+    case NoticeBar::Kind::refusal:
     case NoticeBar::Kind::error:
         return "error";
     case NoticeBar::Kind::question:
@@ -51,11 +56,12 @@ const char* pictureOf(NoticeBar::Kind kind) {
 
 } // namespace
 
-NoticeBar::NoticeBar(QWidget* parent)
+NoticeBar::NoticeBar(QWidget& place, QWidget* parent)
     : QFrame(parent),
+      place_(&place),
       picture_(new QLabel(this)),
       text_(plainLabel(this)),
-      choices_(new QHBoxLayout),
+      buttons_(new QHBoxLayout),
       close_(new QToolButton(this)) {
     setObjectName(QStringLiteral("noticeBar"));
     setAccessibleName(translated(kContext, "Notice"));
@@ -65,65 +71,107 @@ NoticeBar::NoticeBar(QWidget* parent)
     close_->setAutoRaise(true);
     close_->setToolTip(translated(kContext, "Close"));
     close_->setAccessibleName(translated(kContext, "Close the notice"));
-    connect(close_, &QToolButton::clicked, this, &NoticeBar::clear);
+    connect(close_, &QToolButton::clicked, this, &NoticeBar::dismiss);
 
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(10, 6, 6, 6);
     layout->addWidget(picture_);
     layout->addWidget(text_, 1);
-    layout->addLayout(choices_);
+    layout->addLayout(buttons_);
     layout->addWidget(close_);
+    place.installEventFilter(this);
     hide();
 }
 
 void NoticeBar::showNotice(Kind kind, const QString& text) {
-    dropChoices();
-    kind_ = kind;
-    text_->setText(text);
-    text_->setAccessibleName(text);
-    showPicture();
-    show();
+    present({kind, text, {}});
+    if (kind == Kind::question)
+        question_ = shown_;
 }
 
-void NoticeBar::addChoice(const QString& text, std::function<void()> chosen) {
-    auto* const button = new QPushButton(withoutMnemonic(text), this);
-    choices_->addWidget(button);
-    connect(button, &QPushButton::clicked, this, [this, chosen = std::move(chosen)] {
-        const auto call = chosen; // the button goes with the notice
-        clear();
+void NoticeBar::addChoice(const QString& text, std::function<void()> chosen, AfterChoice after) {
+    shown_.choices.push_back({text, std::move(chosen), after});
+    if (shown_.kind == Kind::question)
+        question_ = shown_;
+    addButton(shown_.choices.back());
+    takePlace();
+}
+
+void NoticeBar::addButton(const Choice& choice) {
+    auto* const button = new QPushButton(withoutMnemonic(choice.text), this);
+    buttons_->addWidget(button);
+    connect(button, &QPushButton::clicked, this, [this, choice] {
+        const auto call = choice.chosen; // the button goes with the notice
+        if (choice.after == AfterChoice::close)
+            dismiss();
         call();
     });
 }
 
-void NoticeBar::dropChoices() {
-    while (auto* const item = choices_->takeAt(0)) {
+void NoticeBar::dropButtons() {
+    while (auto* const item = buttons_->takeAt(0)) {
         item->widget()->hide();
         item->widget()->deleteLater();
         delete item;
     }
 }
 
+void NoticeBar::present(const Notice& notice) {
+    dropButtons();
+    shown_ = notice;
+    text_->setText(shown_.text);
+    text_->setAccessibleName(shown_.text);
+    for (const auto& choice : shown_.choices)
+        addButton(choice);
+    showPicture();
+    setVisible(!shown_.text.isEmpty());
+    takePlace();
+}
+
 void NoticeBar::clear() {
-    dropChoices();
-    text_->clear();
-    hide();
+    question_ = {};
+    present({});
 }
 
-void NoticeBar::clearInformation() {
-    if (kind_ == Kind::information)
+// What was told later gives way to the question.
+void NoticeBar::dismiss() {
+    if (shown_.kind == Kind::question)
         clear();
+    else
+        present(question_);
 }
 
-QString NoticeBar::text() const { return text_->text(); }
+void NoticeBar::clearLastStep() {
+    if (shown_.kind == Kind::information || shown_.kind == Kind::refusal)
+        present(question_);
+}
+
+QString NoticeBar::text() const { return shown_.text; }
 
 void NoticeBar::showPicture() {
-    picture_->setPixmap(icon(pictureOf(kind_)).pixmap(kPictureSize));
+    picture_->setPixmap(icon(pictureOf(shown_.kind)).pixmap(kPictureSize));
     update();
+}
+
+void NoticeBar::takePlace() {
+    if (isHidden())
+        return;
+    const auto upon = QRect(place_->mapTo(parentWidget(), QPoint()), place_->size())
+                          .marginsRemoved({kMargin, kMargin, kMargin, kMargin});
+    const int height = std::min(layout()->totalHeightForWidth(upon.width()), upon.height());
+    setGeometry(upon.left(), upon.bottom() + 1 - height, upon.width(), height);
+    raise();
+}
+
+bool NoticeBar::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == place_ && (event->type() == QEvent::Resize || event->type() == QEvent::Move))
+        takePlace();
+    return QFrame::eventFilter(watched, event);
 }
 
 // A style sheet would hide what the palette says of the background.
 void NoticeBar::paintEvent(QPaintEvent*) {
-    const auto tint = tintOf(kind_, palette());
+    const auto tint = tintOf(shown_.kind, palette());
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(tint);

@@ -2,7 +2,9 @@
 
 #include <QFrame>
 
+#include <cstdint>
 #include <functional>
+#include <vector>
 
 class QHBoxLayout;
 class QLabel;
@@ -10,41 +12,71 @@ class QToolButton;
 
 namespace corvane::workbench::gui {
 
-/// A line above the project that tells what went wrong, what came in or what has to be decided. It
-/// stays until it is closed or another takes its place, and never stops the user.
+/// Tells what went wrong, what came in or what has to be decided, on a strip that lies upon the
+/// project: nothing moves when it comes or goes. A question stays beneath what is told later, until
+/// it is settled; everything else is the last thing that was told. It never stops the user.
 class NoticeBar : public QFrame {
     Q_OBJECT
 
 public:
-    enum class Kind { information, error, question };
+    enum class Kind : std::uint8_t {
+        information, // of the last step
+        refusal,     // why the last step was not taken
+        error,
+        question,
+    };
 
-    explicit NoticeBar(QWidget* parent);
+    /// Lies upon the lower edge of `place`, which stands below the bar's own parent.
+    NoticeBar(QWidget& place, QWidget* parent);
 
     /// Shows a text as it is.
     void showNotice(Kind kind, const QString& text);
 
-    /// Adds a button to the present notice, which goes when the button is pressed.
-    void addChoice(const QString& text, std::function<void()> chosen);
+    enum class AfterChoice : std::uint8_t { close, stay };
+    /// Adds a button to the notice that was shown last, which closes when the button is pressed, or
+    /// stays.
+    void addChoice(const QString& text, std::function<void()> chosen,
+                   AfterChoice after = AfterChoice::close);
 
+    /// Takes away everything.
     void clear();
-    /// Takes away an information; errors and questions stay until the user has closed them.
-    void clearInformation();
+    /// Takes away what was told of the last step.
+    void clearLastStep();
 
+    /// What is shown; empty for nothing.
     [[nodiscard]] QString text() const;
-    [[nodiscard]] Kind kind() const { return kind_; }
+    [[nodiscard]] Kind kind() const { return shown_.kind; }
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void dropChoices();
-    void showPicture();
+    struct Choice {
+        QString text;
+        std::function<void()> chosen;
+        AfterChoice after;
+    };
+    struct Notice {
+        Kind kind = Kind::information;
+        QString text;
+        std::vector<Choice> choices;
+    };
 
-    Kind kind_ = Kind::information;
+    void present(const Notice& notice);
+    void addButton(const Choice& choice);
+    void dismiss();
+    void dropButtons();
+    void showPicture();
+    void takePlace();
+
+    QWidget* place_;
+    Notice question_; // without a text where there is none
+    Notice shown_;    // the question, or what was told later
     QLabel* picture_;
     QLabel* text_;
-    QHBoxLayout* choices_;
+    QHBoxLayout* buttons_;
     QToolButton* close_;
 };
 

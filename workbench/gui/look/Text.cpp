@@ -39,6 +39,13 @@ QString formatted(std::size_t number) {
     return QLocale().toString(static_cast<qulonglong>(number));
 }
 
+QString formatted(const QDateTime& time) {
+    const QLocale locale;
+    return translated("corvane::workbench::gui", "{} at {}",
+                      {locale.toString(time.date(), QLocale::LongFormat),
+                       locale.toString(time.time(), QLocale::ShortFormat)});
+}
+
 QString counted(std::string_view context, std::string_view one, std::string_view many,
                 std::size_t number) {
     return number == 1 ? translated(context, one) : translated(context, many, {formatted(number)});

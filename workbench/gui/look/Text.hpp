@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 
 #include <exception>
@@ -22,6 +23,9 @@ namespace corvane::workbench::gui {
 
 /// A number in the user's way of writing them.
 [[nodiscard]] QString formatted(std::size_t number);
+
+/// A day and a time of it, as the user writes them.
+[[nodiscard]] QString formatted(const QDateTime& time);
 
 /// A text that counts something: `one` for a single one, else `many`, whose "{}" is the number.
 [[nodiscard]] QString counted(std::string_view context, std::string_view one, std::string_view many,

@@ -36,6 +36,16 @@ public:
     /// True when the user agrees.
     virtual bool confirm(QWidget* parent, const Question& question) = 0;
 
+    struct Choice {
+        QString title;
+        QString text;
+        QStringList answers; // what the buttons say
+        int byDefault = 0;   // the answer that Enter gives
+        int onEscape = 0;    // the one that Escape gives, and closing the question
+    };
+    /// The number of the answer that the user gives.
+    virtual int choose(QWidget* parent, const Choice& question) = 0;
+
     /// One of several; empty for none.
     virtual QString chooseOne(QWidget* parent, const QString& title, const QString& text,
                               const QStringList& choices) = 0;

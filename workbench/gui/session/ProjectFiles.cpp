@@ -158,7 +158,39 @@ void ProjectFiles::setFile(const QString& file) {
 void ProjectFiles::tellOfChange() {
     notices_->showNotice(NoticeBar::Kind::question,
                          translated(kContext, "“{}” was changed by another program.", {name()}));
-    notices_->addChoice(translated(kContext, "Read It Again"), [this] { open(file_); });
+    notices_->addChoice(
+        translated(kContext, "Read It Again"),
+        [this] { session_->whenCommitted([this] { readAgain(); }); }, NoticeBar::AfterChoice::stay);
+}
+
+// The notice stays until the file is read, or written.
+void ProjectFiles::readAgain() {
+    const auto read = [this, file = file_] { load(file, file, false, {}); };
+    if (!session_->isModified()) {
+        read();
+        return;
+    }
+    const Dialogs::Choice question{
+        .title = translated(kContext, "Read It Again"),
+        .text = translated(kContext,
+                           "The project has changes that were not saved, and “{}” was changed by "
+                           "another program. Reading it again discards your changes, unless you "
+                           "save them as another file first.",
+                           {name()}),
+        .answers = {translated(kContext, "Discard and Read"), translated(kContext, "Save As…"),
+                    translated(kContext, "Cancel")},
+        .byDefault = 2,
+        .onEscape = 2};
+    switch (dialogs_->choose(window_, question)) {
+    case 0:
+        read();
+        break;
+    case 1:
+        saveAs(read);
+        break;
+    default:
+        break;
+    }
 }
 
 } // namespace corvane::workbench::gui

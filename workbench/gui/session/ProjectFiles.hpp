@@ -47,6 +47,7 @@ private:
     void write(const QString& file, Then then);
     void setFile(const QString& file);
     void tellOfChange();
+    void readAgain();
 
     ProjectSession* session_;
     Dialogs* dialogs_;

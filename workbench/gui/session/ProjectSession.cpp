@@ -95,25 +95,32 @@ void ProjectSession::endCommit(bool good) {
         QMetaObject::invokeMethod(this, std::move(next), Qt::QueuedConnection);
 }
 
-void ProjectSession::perform(Effect effect, const QString& title, Work work, Then then) {
+void ProjectSession::perform(const Doing& doing, Work work, Then then) {
     if (isBusy())
         return;
-    if (elementCount_ >= kLargeProject) {
-        performBeside(effect, title, std::move(work),
-                      [this, then = std::move(then)](const std::exception_ptr& failure) mutable {
-                          if (failure)
-                              report(failure);
-                          if (then)
-                              then(failure);
-                      });
+    if (elementCount_ < kLargeProject) {
+        performNow(doing, [&work] { work(); }, std::move(then));
         return;
     }
+    emit stepBegins(doing.way, doing.effect == Effect::structure);
+    performBeside(doing.effect, doing.title, std::move(work),
+                  [this, way = doing.way, then = std::move(then)](
+                      const std::exception_ptr& failure) mutable { endStep(way, failure, then); });
+}
+
+void ProjectSession::performNow(const Doing& doing, const std::function<void()>& work, Then then) {
+    emit stepBegins(doing.way, doing.effect == Effect::structure);
     std::exception_ptr failure;
     try {
         work();
     } catch (...) {
         failure = std::current_exception();
     }
+    endStep(doing.way, failure, then);
+}
+
+void ProjectSession::endStep(Way way, const std::exception_ptr& failure, Then& then) {
+    emit stepEnded(way, !failure);
     if (failure)
         report(failure);
     if (then)
@@ -157,7 +164,7 @@ void ProjectSession::setField(model::Element& element, const ui::Control& contro
     const bool canContinue = visit != 0 && elementCount_ < kLargeProject;
     const bool continues = canContinue && typing_ == typing && editor_->canUndo();
     perform(
-        Effect::values, titleOfChange(control),
+        {Effect::values, titleOfChange(control)},
         [this, &element, field = core::FieldValue{typing.key, std::move(value)}, continues] {
             setValuesInVisit(element, field, continues);
         },
@@ -201,7 +208,7 @@ void ProjectSession::silently(const std::function<void()>& action) {
 void ProjectSession::setFieldOfAll(std::vector<model::Element*> elements,
                                    const ui::Control& control, ui::ControlValue value) {
     typing_.reset();
-    perform(Effect::values, titleOfChange(control),
+    perform({Effect::values, titleOfChange(control)},
             [this, elements = std::move(elements),
              field = core::FieldValue{std::string(control.key()), std::move(value)}] {
                 editor_->setValue(elements, field);
@@ -212,30 +219,23 @@ model::Element* ProjectSession::add(model::Element& parent, const core::LoadedCl
     if (isBusy())
         return nullptr;
     typing_.reset();
-    try {
-        return &editor_->add(parent, elementClass);
-    } catch (...) {
-        report(std::current_exception());
-        return nullptr;
-    }
+    model::Element* added = nullptr;
+    performNow({Effect::structure, {}}, [&] { added = &editor_->add(parent, elementClass); });
+    return added;
 }
 
 void ProjectSession::rename(model::Element& element, const QString& name) {
     if (isBusy())
         return;
     typing_.reset();
-    try {
-        editor_->rename(element, toUtf8(name));
-    } catch (...) {
-        report(std::current_exception());
-    }
+    performNow({Effect::values, {}}, [&] { editor_->rename(element, toUtf8(name)); });
 }
 
 void ProjectSession::remove(std::vector<model::Element*> elements) {
     typing_.reset();
     auto lost = std::make_shared<std::vector<core::LostReference>>();
     perform(
-        Effect::structure, translated(kContext, "Removing"),
+        {Effect::structure, translated(kContext, "Removing")},
         [this, lost, elements = std::move(elements)] { *lost = editor_->remove(elements); },
         [this, lost](const std::exception_ptr&) {
             if (!lost->empty())
@@ -260,7 +260,7 @@ void ProjectSession::move(const std::vector<model::Element*>& elements, model::E
                           std::size_t position) {
     typing_.reset();
     perform(
-        Effect::structure, translated(kContext, "Moving"),
+        {Effect::structure, translated(kContext, "Moving")},
         [this, elements, &parent, position] { editor_->move(elements, parent, position); },
         [this, elements](const std::exception_ptr& failure) {
             if (!failure)
@@ -271,13 +271,15 @@ void ProjectSession::move(const std::vector<model::Element*>& elements, model::E
 void ProjectSession::undo() {
     typing_.reset();
     if (!isBusy() && editor_->canUndo())
-        perform(Effect::structure, toQt(editor_->undoText()), [this] { editor_->undo(); });
+        perform({Effect::structure, toQt(editor_->undoText()), Way::back},
+                [this] { editor_->undo(); });
 }
 
 void ProjectSession::redo() {
     typing_.reset();
     if (!isBusy() && editor_->canRedo())
-        perform(Effect::structure, toQt(editor_->redoText()), [this] { editor_->redo(); });
+        perform({Effect::structure, toQt(editor_->redoText()), Way::again},
+                [this] { editor_->redo(); });
 }
 
 void ProjectSession::import(model::Element& target, std::string document,
@@ -286,12 +288,14 @@ void ProjectSession::import(model::Element& target, std::string document,
         return;
     typing_.reset();
     auto result = std::make_shared<core::ImportResult>();
+    emit stepBegins(Way::forth, true);
     performBeside(
         Effect::structure, translated(kContext, "Importing"),
         [this, result, &target, document = std::move(document)]() mutable {
             *result = editor_->import(target, std::move(document));
         },
-        [result, then = std::move(then)](const std::exception_ptr& failure) mutable {
+        [this, result, then = std::move(then)](const std::exception_ptr& failure) mutable {
+            emit stepEnded(Way::forth, !failure);
             then(failure ? ImportResult(std::unexpected(messageOf(failure))) : *result);
         });
 }

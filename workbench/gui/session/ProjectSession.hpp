@@ -78,7 +78,15 @@ public:
     void import(model::Element& target, std::string document,
                 std::move_only_function<void(const ImportResult&)> then);
 
+    /// How a step of the history is taken: for the first time, taken back, or made again.
+    enum class Way : std::uint8_t { forth, back, again };
+
 signals:
+    /// A step of the history is about to be taken, perhaps one of the tree.
+    void stepBegins(corvane::workbench::gui::ProjectSession::Way way, bool ofTree);
+    /// It has been taken, and everything shows it; or it was refused.
+    void stepEnded(corvane::workbench::gui::ProjectSession::Way way, bool good);
+
     /// Whoever holds back what is being typed enters it now.
     void commitWanted();
 
@@ -115,7 +123,17 @@ private:
     using Work = std::move_only_function<void()>;
     using Then = std::move_only_function<void(const std::exception_ptr&)>;
 
-    void perform(Effect effect, const QString& title, Work work, Then then = nullptr);
+    /// What a step of the history does to the project.
+    struct Doing {
+        Effect effect;
+        QString title;
+        Way way = Way::forth;
+    };
+
+    void perform(const Doing& doing, Work work, Then then = nullptr);
+    /// Takes a step that is done within a blink.
+    void performNow(const Doing& doing, const std::function<void()>& work, Then then = nullptr);
+    void endStep(Way way, const std::exception_ptr& failure, Then& then);
     void performBeside(Effect effect, const QString& title, Work work, Then then);
     void report(const std::exception_ptr& failure);
     void endCommit(bool good);

@@ -135,7 +135,8 @@ std::optional<Recovery::Remains> Recovery::find() const {
             continue; // its program lives
         QFile origin(withSuffix(file, kOrigin));
         const bool known = origin.open(QIODevice::ReadOnly);
-        return Remains{file, known ? QString::fromUtf8(origin.readAll()) : QString()};
+        return Remains{file, known ? QString::fromUtf8(origin.readAll()) : QString(),
+                       work.lastModified()};
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include "workbench/gui/session/ProjectSession.hpp"
 
+#include <QDateTime>
 #include <QDir>
 #include <QLockFile>
 #include <QTimer>
@@ -38,6 +39,7 @@ public:
     struct Remains {
         QString file;        // holds the work
         QString projectFile; // of the project; empty if it had none
+        QDateTime written;   // the time of the work
     };
     /// What a crash has left, one at a time.
     [[nodiscard]] std::optional<Remains> find() const;

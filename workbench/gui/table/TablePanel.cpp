@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -206,10 +207,34 @@ std::vector<model::Element*> TablePanel::selected() const {
     return elements;
 }
 
+model::Element* TablePanel::current() const {
+    const auto index = view_->currentIndex();
+    return index.isValid() ? &model_->elementAt(index.row()) : nullptr;
+}
+
+bool TablePanel::hasSelection() const { return view_->selectionModel()->hasSelection(); }
+
+void TablePanel::renameCurrent() {
+    const auto name = view_->currentIndex().siblingAtColumn(static_cast<int>(FixedColumn::name));
+    if (!name.isValid())
+        return;
+    view_->setCurrentIndex(name);
+    view_->edit(name);
+}
+
+void TablePanel::offer(const QList<QAction*>& actions) {
+    view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    view_->addActions(actions);
+    auto* const key = new QShortcut(Qt::Key_Delete, view_);
+    key->setContext(Qt::WidgetShortcut);
+    connect(key, &QShortcut::activated, &(*actions_)[Command::remove], &QAction::trigger);
+}
+
 void TablePanel::updateBulkEdit() {
     if (session_->isBusy())
         return;
-    const bool any = view_->selectionModel()->hasSelection() && model_->hasFields();
+    emit selectionChanged();
+    const bool any = hasSelection() && model_->hasFields();
     (*actions_)[Command::changeSelected].setEnabled(any);
     bulkEdit_->setVisible(bulkEditWanted_ && any);
     if (bulkEditWanted_ && any)

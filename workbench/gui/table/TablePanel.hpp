@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/gui/look/Actions.hpp"
+#include "workbench/gui/session/ElementPart.hpp"
 #include "workbench/gui/table/BulkEditBar.hpp"
 #include "workbench/gui/table/TableModel.hpp"
 
@@ -15,7 +16,7 @@ namespace corvane::workbench::gui {
 class FilterLine;
 
 /// The table of the elements below the selected one, class by class.
-class TablePanel : public QWidget {
+class TablePanel : public QWidget, public ElementPart {
     Q_OBJECT
 
 public:
@@ -23,6 +24,14 @@ public:
 
     /// Shows what is below an element, or beside it where nothing is below; null for everything.
     void setScope(model::Element* element);
+
+    [[nodiscard]] model::Element* current() const override;
+    [[nodiscard]] std::vector<model::Element*> selected() const override;
+    [[nodiscard]] bool hasSelection() const override;
+    void renameCurrent() override;
+
+    /// What the menu at a row offers.
+    void offer(const QList<QAction*>& actions);
 
     void focusTable();
     void focusFilter();
@@ -32,6 +41,7 @@ public:
 signals:
     /// The user wants to see this element in the tree.
     void elementActivated(model::Element* element);
+    void selectionChanged();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -45,7 +55,6 @@ private:
     void fitColumns();
     void showCount();
     void updateBulkEdit();
-    [[nodiscard]] std::vector<model::Element*> selected() const;
 
     ProjectSession* session_;
     ClassIcons* icons_;

@@ -84,4 +84,25 @@ TEST_F(GuiTest, EveryTextPassesThroughTranslation) {
     i18n::setTranslator({});
 }
 
+// Typing after a jump replaces what the field holds.
+TEST_F(GuiTest, AJumpToAFieldSelectsItsContent) {
+    importExample();
+    select("/PLC");
+    type("Address", "10.0.0.1");
+    trigger(Command::showTree);
+    press(Qt::Key_2, Qt::AltModifier);
+    auto* const address = field<QLineEdit>("Address");
+    ASSERT_TRUE(address->hasFocus());
+    EXPECT_EQ(address->selectedText(), "10.0.0.1");
+    QTest::keyClicks(address, QStringLiteral("192.168.0.1"));
+    settle();
+    EXPECT_EQ(shown("Address"), "192.168.0.1");
+
+    select("/PLC/Line/SpeedSetpoint");
+    type("Address", "MW4");
+    trigger(Command::showTree);
+    press(Qt::Key_F8);
+    EXPECT_EQ(field<QLineEdit>("Address")->selectedText(), "MW4");
+}
+
 } // namespace corvane::workbench::gui

@@ -1,9 +1,11 @@
 #include "GuiTesting.hpp"
 
+#include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/session/Settings.hpp"
+#include "workbench/gui/window/NativeDialogs.hpp"
 
+#include <QMessageBox>
 #include <QProcess>
-#include <QPushButton>
 #include <QSplitter>
 
 namespace corvane::workbench::gui {
@@ -70,9 +72,50 @@ TEST_F(FilesTest, AFileThatChangedOnDiskIsToldOfAndReadAgain) {
     auto content = readFile(path("shared.json"));
     writeFile("shared.json", content.replace("\"PLC\"", "\"Renamed\""));
     ASSERT_TRUE(settleUntil([&] { return notice().contains("changed by another program"); }));
-    for (auto* const button : child<NoticeBar>().findChildren<QPushButton*>())
-        QTest::mouseClick(button, Qt::LeftButton);
+    clickNotice("Read It Again");
     EXPECT_TRUE(settleUntil([&] { return element("/Renamed") != nullptr; }));
+}
+
+TEST_F(FilesTest, ReadingAgainWithUnsavedWorkLosesItOnlyByWord) {
+    const auto changed = [&] { return notice().contains("changed by another program"); };
+    saved("shared.json");
+    select("/PLC");
+    type("Address", "10.0.0.1");
+    writeFile("shared.json", readFile(path("shared.json")).replace("\"PLC\"", "\"Renamed\""));
+    ASSERT_TRUE(settleUntil(changed));
+
+    clickNotice("Read It Again");
+    EXPECT_EQ(dialogs_.asked.size(), 1);
+    EXPECT_EQ(dialogs_.unsavedAsked, 0);
+    EXPECT_NE(element("/PLC"), nullptr);
+    EXPECT_TRUE(changed());
+
+    // What is told in between does not take the warning away.
+    session().rename(*element("/PLC"), QString());
+    EXPECT_FALSE(changed());
+    session().rename(*element("/PLC"), QStringLiteral("Mine"));
+    EXPECT_TRUE(changed());
+
+    dialogs_.answer = QStringLiteral("Save As…");
+    dialogs_.projectToSave = path("mine.json");
+    clickNotice("Read It Again");
+    ASSERT_TRUE(settleUntil([&] { return element("/Renamed") != nullptr; }));
+    EXPECT_TRUE(readFile(path("mine.json")).contains("10.0.0.1"));
+    EXPECT_TRUE(window().windowTitle().startsWith("shared.json"));
+    EXPECT_EQ(notice(), "");
+}
+
+TEST_F(FilesTest, ReadingAgainDiscardsUnsavedWorkByWord) {
+    saved("shared.json");
+    select("/PLC");
+    type("Address", "10.0.0.1");
+    writeFile("shared.json", readFile(path("shared.json")).replace("\"PLC\"", "\"Renamed\""));
+    ASSERT_TRUE(settleUntil([&] { return notice().contains("changed by another program"); }));
+    dialogs_.answer = QStringLiteral("Discard and Read");
+    clickNotice("Read It Again");
+    ASSERT_TRUE(settleUntil([&] { return element("/Renamed") != nullptr; }));
+    EXPECT_FALSE(window().isWindowModified());
+    EXPECT_EQ(notice(), "");
 }
 
 TEST_F(FilesTest, AFileThatChangedOnDiskIsNotOverwrittenUnasked) {
@@ -123,21 +166,21 @@ TEST_F(FilesTest, UnsavedWorkSurvivesACrash) {
     const int status =
         QProcess::execute(QCoreApplication::applicationFilePath(), {"--crash", path("recovery")});
     ASSERT_EQ(status, 1);
-    dialogs_.agree = true;
+    dialogs_.answer = QStringLiteral("Recover");
     window().offerRecovery();
     ASSERT_TRUE(settleUntil([&] { return element("/PLC") != nullptr; }));
-    EXPECT_EQ(dialogs_.confirmed.size(), 1);
+    EXPECT_EQ(dialogs_.asked.size(), 1);
     EXPECT_TRUE(window().isWindowModified());
     window().offerRecovery(); // once is enough
     settle();
-    EXPECT_EQ(dialogs_.confirmed.size(), 1);
+    EXPECT_EQ(dialogs_.asked.size(), 1);
 }
 
 // It takes a while until a large project stands, and only then its work is kept anew.
 TEST_F(FilesTest, UnsavedWorkOfALargeProjectSurvivesASecondCrash) {
     ASSERT_TRUE(QDir().mkpath(path("recovery")));
     const auto left = writeFile("recovery/left.json", largeProject());
-    dialogs_.agree = true;
+    dialogs_.answer = QStringLiteral("Recover");
     window().offerRecovery();
     ASSERT_TRUE(settleUntil([&] { return element("/P/B/i29999") != nullptr; }));
     const auto kept = QDir(path("recovery")).entryInfoList({"*.json"}, QDir::Files);
@@ -150,11 +193,51 @@ TEST_F(FilesTest, UnsavedWorkThatIsNotWantedIsGone) {
     ASSERT_EQ(
         QProcess::execute(QCoreApplication::applicationFilePath(), {"--crash", path("recovery")}),
         1);
-    dialogs_.agree = false;
+    dialogs_.answer = QStringLiteral("Discard");
     window().offerRecovery();
     settle();
     EXPECT_TRUE(session().isEmpty());
     EXPECT_TRUE(QDir(path("recovery")).entryList(QDir::Files).isEmpty());
+}
+
+namespace {
+
+/// Answers the dialog that the window shows with a key, as a hurried user does; what it says.
+QString offerRecoveryAndPress(MainWindow& window, Qt::Key key) {
+    QString text;
+    QTimer::singleShot(100, &window, [&text, key] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        text = box->text();
+        QTest::keyClick(box, key);
+    });
+    window.offerRecovery();
+    return text;
+}
+
+} // namespace
+
+TEST_F(FilesTest, NoKeyPressedInHasteDestroysUnsavedWork) {
+    ASSERT_TRUE(QDir().mkpath(path("recovery")));
+    const auto left = writeFile("recovery/left.json",
+                                R"({"corvane":1,"elements":[{"@Skill.S7.PLC":{"name":"Kept"}}]})");
+    QFile file(left);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime({2026, 3, 9}, {14, 30}), QFile::FileModificationTime));
+    file.close();
+    const auto before = readFile(left);
+    NativeDialogs native;
+    MainWindow started(plugins_, native, path("recovery"));
+    started.show();
+    const auto text = offerRecoveryAndPress(started, Qt::Key_Escape);
+    EXPECT_TRUE(started.session().isEmpty());
+    EXPECT_EQ(readFile(left), before);
+    EXPECT_TRUE(text.contains(formatted(QDateTime({2026, 3, 9}, {14, 30})))) << qPrintable(text);
+    EXPECT_TRUE(text.contains("2026")) << qPrintable(text);
+
+    offerRecoveryAndPress(started, Qt::Key_Return);
+    EXPECT_NE(started.session().project().model().findElement("/Kept"), nullptr);
+    EXPECT_FALSE(QFile::exists(left));
 }
 
 TEST_F(FilesTest, AProgramThatEndsInGoodOrderLeavesNothingBehind) {
@@ -165,7 +248,7 @@ TEST_F(FilesTest, AProgramThatEndsInGoodOrderLeavesNothingBehind) {
     EXPECT_TRUE(QDir(path("recovery")).entryList(QDir::Files).isEmpty());
     reopenWindow();
     window().offerRecovery();
-    EXPECT_TRUE(dialogs_.confirmed.isEmpty());
+    EXPECT_TRUE(dialogs_.asked.isEmpty());
 }
 
 TEST_F(FilesTest, TheThemeIsChangedAtOnceAndRemembered) {

@@ -114,6 +114,22 @@ void GuiTest::trigger(Command command) {
     settle();
 }
 
+void GuiTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    settle();
+}
+
+void GuiTest::clickNotice(const char* button) {
+    for (auto* const one : child<NoticeBar>().findChildren<QPushButton*>())
+        if (one->text() == QLatin1String(button)) {
+            QTest::mouseClick(one, Qt::LeftButton);
+            settle();
+            return;
+        }
+    FAIL() << button;
+}
+
 void GuiTest::addFromMenu(const char* button, const QString& text) {
     QTimer::singleShot(50, window_.get(), [text] {
         auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());

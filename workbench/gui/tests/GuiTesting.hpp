@@ -34,6 +34,11 @@ public:
         confirmed += question.text;
         return agree;
     }
+    int choose(QWidget*, const Choice& question) override {
+        asked += question.text;
+        const auto given = question.answers.indexOf(answer);
+        return given < 0 ? question.onEscape : static_cast<int>(given);
+    }
     QString chooseOne(QWidget*, const QString&, const QString&,
                       const QStringList& choices) override {
         offered = choices;
@@ -44,6 +49,7 @@ public:
     QString projectToSave;
     QString fileToImport;
     QString choice;
+    QString answer; // Escape where a question does not offer it
     Unsaved unsaved = Unsaved::cancel;
     bool agree = false;
 
@@ -51,6 +57,7 @@ public:
     QString askedExtension;
     int unsavedAsked = 0;
     QStringList confirmed;
+    QStringList asked;
     QStringList offered;
 };
 
@@ -82,6 +89,8 @@ protected:
 
     QAction& action(Command command);
     void trigger(Command command);
+    /// Presses a key where the keyboard is.
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Presses the button that opens the menu of new elements and chooses one by its text.
     void addFromMenu(const char* button, const QString& text);
     /// The texts that the menu of new elements offers now.
@@ -111,6 +120,8 @@ protected:
         return *window_->findChild<Widget*>(QString::fromLatin1(name));
     }
     QString notice() { return child<NoticeBar>().text(); }
+    /// Presses the button of the notice.
+    void clickNotice(const char* button);
     QAbstractItemView& tree() { return child<QAbstractItemView>("projectTree"); }
     QAbstractItemView& table() { return child<QAbstractItemView>("elementTable"); }
     QAbstractItemView& problems() { return child<QAbstractItemView>("problemList"); }

@@ -41,11 +41,6 @@ protected:
         settle();
     }
 
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-        settle();
-    }
-
     ui::ControlValue valueOf(const char* elementPath, std::u16string_view label) {
         const core::OpenForm form(*element(elementPath));
         return core::fieldOf(form, label).value();

@@ -182,6 +182,7 @@ TEST_F(TableTest, TheTableFollowsTheTree) {
     select("/PLC/Line/Drive");
     EXPECT_EQ(column(table(), 0),
               QStringList({"Start", "Fault", "Frequency", "Minimum", "Maximum"}));
+    trigger(Command::showTree);
     trigger(Command::remove);
     EXPECT_TRUE(settleUntil([&] { return cell("Frequency", "Name") == QModelIndex(); }));
     trigger(Command::undo);

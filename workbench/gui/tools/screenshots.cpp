@@ -30,6 +30,7 @@ public:
     QString chooseFileToImport(QWidget*, const QString&, const QString&) override { return {}; }
     Unsaved askUnsaved(QWidget*, const QString&) override { return Unsaved::discard; }
     bool confirm(QWidget*, const Question&) override { return true; }
+    int choose(QWidget*, const Choice& question) override { return question.byDefault; }
     QString chooseOne(QWidget*, const QString&, const QString&, const QStringList&) override {
         return {};
     }

@@ -40,12 +40,13 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
       across_(new QSplitter(Qt::Horizontal, this)),
       down_(new QSplitter(Qt::Vertical, this)),
       tabs_(new QTabWidget(this)),
-      notices_(new NoticeBar(this)),
-      tree_(new TreePanel(session_, icons_, actions_, this)),
+      notices_(new NoticeBar(*centre_, pages_)),
+      commands_(new ElementCommands(session_, icons_, actions_, *this)),
+      tree_(new TreePanel(session_, icons_, this)),
       form_(new FormPanel(session_, icons_, this)),
       table_(new TablePanel(session_, icons_, actions_, this)),
       problems_(new ProblemsPanel(session_, this)),
-      start_(new StartPage(actions_, tree_->addMenu(), this)),
+      start_(new StartPage(actions_, commands_->addMenu(), this)),
       busy_(new BusyPage(this)),
       files_(new ProjectFiles(session_, dialogs, *notices_, *this)),
       importer_(new Importer(session_, dialogs, *notices_, *this)) {
@@ -57,6 +58,7 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
     buildToolBar();
     connectCommands();
     connectViewCommands();
+    offerCommands();
     connectParts();
     connectSession();
     restoreLayout();
@@ -66,6 +68,7 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
 
 MainWindow::~MainWindow() {
     runner_.abandon();
+    delete commands_; // they follow the keyboard, which leaves the parts one by one
     // The parts look at the session as long as they live.
     delete takeCentralWidget();
 }
@@ -91,11 +94,8 @@ void MainWindow::buildWorkspace() {
     auto* const layout = new QVBoxLayout(workspace);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    auto* const noticeMargin = new QVBoxLayout;
-    noticeMargin->setContentsMargins(8, 4, 8, 4);
-    noticeMargin->addWidget(notices_);
-    layout->addLayout(noticeMargin);
     layout->addWidget(across_, 1);
+    notices_->setParent(workspace);
     pages_->addWidget(workspace);
     pages_->addWidget(busy_);
     setCentralWidget(pages_);
@@ -127,9 +127,12 @@ void MainWindow::connectParts() {
 void MainWindow::connectSession() {
     connect(&session_, &ProjectSession::historyUpdated, this, &MainWindow::updateHistory);
     connect(&session_, &ProjectSession::structureChanged, this, &MainWindow::updateStart);
-    connect(&session_, &ProjectSession::valuesUpdated, notices_, &NoticeBar::clearInformation);
+    connect(&session_, &ProjectSession::stepEnded, this, [this](ProjectSession::Way, bool good) {
+        if (good)
+            notices_->clearLastStep();
+    });
     connect(&session_, &ProjectSession::refused, this, [this](const QString& reason) {
-        notices_->showNotice(NoticeBar::Kind::error, reason);
+        notices_->showNotice(NoticeBar::Kind::refusal, reason);
     });
     connect(&session_, &ProjectSession::remarked, this, [this](const QString& remark) {
         notices_->showNotice(NoticeBar::Kind::information, remark);
@@ -158,7 +161,7 @@ void MainWindow::endBusy() {
 void MainWindow::goTo(model::Element* element, std::string_view key) {
     tabs_->setCurrentWidget(form_);
     tree_->select(*element);
-    form_->focusField(key);
+    form_->jumpTo(key);
 }
 
 // What is being typed in the form belongs to the element that is left.
@@ -232,21 +235,29 @@ void MainWindow::offerRecovery() {
         return;
     const auto name = remains->projectFile.isEmpty() ? translated(kContext, "an untitled project")
                                                      : remains->projectFile;
-    const bool wanted = dialogs_->confirm(
-        this, {.title = translated(kContext, "Unsaved Work Found"),
-               .text = translated(kContext,
-                                  "The program did not end in good order the last time. Unsaved "
-                                  "work on {} was kept.",
-                                  {name}),
-               .accept = translated(kContext, "Recover"),
-               .reject = translated(kContext, "Discard")});
-    if (wanted)
+    const Dialogs::Choice question{
+        .title = translated(kContext, "Unsaved Work Found"),
+        .text = translated(kContext,
+                           "The program did not end in good order the last time. Unsaved work on "
+                           "{} was kept, as it was on {}.",
+                           {name, formatted(remains->written)}),
+        .answers = {translated(kContext, "Recover"), translated(kContext, "Ask Next Time"),
+                    translated(kContext, "Discard")},
+        .byDefault = 0,
+        .onEscape = 1};
+    switch (dialogs_->choose(this, question)) {
+    case 0:
         files_->recover(remains->file, remains->projectFile, [this, remains = *remains] {
             recovery_.keepNow();
             Recovery::discard(remains);
         });
-    else
+        break;
+    case 2:
         Recovery::discard(*remains);
+        break;
+    default: // stays where it is
+        break;
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -11,6 +11,7 @@
 #include "workbench/gui/table/TablePanel.hpp"
 #include "workbench/gui/tree/TreePanel.hpp"
 #include "workbench/gui/window/BusyPage.hpp"
+#include "workbench/gui/window/ElementCommands.hpp"
 #include "workbench/gui/window/StartPage.hpp"
 
 #include <QMainWindow>
@@ -56,6 +57,7 @@ private:
     void fillRecentMenu(QMenu& menu);
     void addThemeMenu(QMenu& menu);
     void connectCommands();
+    void offerCommands();
     void connectViewCommands();
     void connectParts();
     void connectSession();
@@ -86,6 +88,7 @@ private:
     QSplitter* down_;
     QTabWidget* tabs_;
     NoticeBar* notices_;
+    ElementCommands* commands_;
     TreePanel* tree_;
     FormPanel* form_;
     TablePanel* table_;

@@ -47,7 +47,7 @@ void MainWindow::buildMenus() {
     edit.addAction(&actions_[Command::undo]);
     edit.addAction(&actions_[Command::redo]);
     edit.addSeparator();
-    edit.addMenu(&tree_->addMenu());
+    edit.addMenu(&commands_->addMenu());
     edit.addAction(&actions_[Command::rename]);
     edit.addAction(&actions_[Command::remove]);
     edit.addSeparator();
@@ -123,7 +123,7 @@ void MainWindow::buildToolBar() {
     add->setAccessibleName(translated(kContext, "Add an element"));
     add->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     add->setPopupMode(QToolButton::InstantPopup);
-    add->setMenu(&tree_->addMenu());
+    add->setMenu(&commands_->addMenu());
     bar.addWidget(add);
     bar.addAction(&actions_[Command::rename]);
     bar.addAction(&actions_[Command::remove]);
@@ -137,13 +137,23 @@ void MainWindow::connectCommands() {
     on(Command::quit, [this] { close(); });
     on(Command::undo, [this] { session_.undo(); });
     on(Command::redo, [this] { session_.redo(); });
-    on(Command::rename, [this] { tree_->renameCurrent(); });
-    on(Command::remove, [this] { tree_->removeSelected(); });
-    on(Command::moveUp, [this] { tree_->moveSelected(TreePanel::Direction::up); });
-    on(Command::moveDown, [this] { tree_->moveSelected(TreePanel::Direction::down); });
-    on(Command::pickUp, [this] { tree_->pickUpSelected(); });
-    on(Command::putHere, [this] { tree_->putPickedUp(); });
+    on(Command::rename, [this] { commands_->rename(); });
+    on(Command::remove, [this] { commands_->remove(); });
+    on(Command::moveUp, [this] { commands_->move(ElementCommands::Direction::up); });
+    on(Command::moveDown, [this] { commands_->move(ElementCommands::Direction::down); });
+    on(Command::pickUp, [this] { commands_->pickUp(); });
+    on(Command::putHere, [this] { commands_->put(); });
     on(Command::about, [this] { showAbout(); });
+}
+
+// The same where elements are listed.
+void MainWindow::offerCommands() {
+    commands_->setParts(*tree_, *table_, *problems_);
+    QList<QAction*> onElements{commands_->addMenu().menuAction()};
+    for (const auto command : {Command::rename, Command::remove, Command::pickUp, Command::putHere})
+        onElements += &actions_[command];
+    tree_->offer(onElements, actions_[Command::remove]);
+    table_->offer(onElements + QList<QAction*>{&actions_[Command::changeSelected]});
 }
 
 void MainWindow::connectViewCommands() {
@@ -159,7 +169,7 @@ void MainWindow::connectViewCommands() {
     on(Command::showTree, [this] { tree_->focusTree(); });
     on(Command::showForm, [this] {
         tabs_->setCurrentWidget(form_);
-        form_->focusField({});
+        form_->jumpTo({});
     });
     on(Command::showTable, [this] {
         tabs_->setCurrentWidget(table_);

@@ -68,15 +68,31 @@ Dialogs::Unsaved NativeDialogs::askUnsaved(QWidget* parent, const QString& proje
 }
 
 bool NativeDialogs::confirm(QWidget* parent, const Question& question) {
+    return choose(parent, {.title = question.title,
+                           .text = question.text,
+                           .answers = {question.accept, question.reject},
+                           .byDefault = 1,
+                           .onEscape = 1}) == 0;
+}
+
+int NativeDialogs::choose(QWidget* parent, const Choice& question) {
     QMessageBox box(QMessageBox::Question, question.title, question.text, QMessageBox::NoButton,
                     parent);
     box.setTextFormat(Qt::PlainText);
-    auto* const accept = box.addButton(question.accept, QMessageBox::AcceptRole);
-    auto* const reject = box.addButton(question.reject, QMessageBox::RejectRole);
-    box.setDefaultButton(reject);
-    box.setEscapeButton(reject);
+    QList<QAbstractButton*> buttons;
+    for (qsizetype i = 0; i != question.answers.size(); ++i) {
+        const auto role =
+            i == question.onEscape ? QMessageBox::RejectRole : QMessageBox::AcceptRole;
+        auto* const button = box.addButton(question.answers[i], role);
+        buttons += button;
+        if (i == question.byDefault)
+            box.setDefaultButton(button);
+        if (i == question.onEscape)
+            box.setEscapeButton(button);
+    }
     box.exec();
-    return box.clickedButton() == accept;
+    const auto given = buttons.indexOf(box.clickedButton());
+    return given < 0 ? question.onEscape : static_cast<int>(given);
 }
 
 QString NativeDialogs::chooseOne(QWidget* parent, const QString& title, const QString& text,

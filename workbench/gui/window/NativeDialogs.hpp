@@ -13,6 +13,7 @@ public:
                                const QString& extension) override;
     Unsaved askUnsaved(QWidget* parent, const QString& projectName) override;
     bool confirm(QWidget* parent, const Question& question) override;
+    int choose(QWidget* parent, const Choice& question) override;
     QString chooseOne(QWidget* parent, const QString& title, const QString& text,
                       const QStringList& choices) override;
 
