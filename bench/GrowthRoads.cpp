@@ -3,8 +3,8 @@
 #include "bench/Generators.hpp"
 #include "bench/Roads.hpp"
 #include "bench/Timing.hpp"
+#include "workbench/core/files/TextFile.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
-#include "workbench/core/project/TextFile.hpp"
 
 #include <valgrind/callgrind.h>
 
@@ -80,6 +80,7 @@ int goLoadRoads(const char* project) {
 
 void measureGrowth(const Setup& setup, std::vector<Result>& results) {
     std::vector<std::vector<double>> counts;
+    counts.reserve(kItems.size());
     for (const auto items : kItems)
         counts.push_back(countRoads(setup, items));
     const auto compare = [&](std::string name, std::size_t size, std::size_t road, double reference,

@@ -3,9 +3,9 @@
 #include "bench/Generators.hpp"
 #include "bench/Roads.hpp"
 #include "bench/Timing.hpp"
+#include "workbench/core/files/TextFile.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
 #include "workbench/core/project/ElementWalk.hpp"
-#include "workbench/core/project/TextFile.hpp"
 
 #include <cstdio>
 #include <optional>

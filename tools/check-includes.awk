@@ -40,8 +40,9 @@ BEGIN {
     knows["plugins/s7/dbimport/context"] = "facts"
     knows["plugins/s7/dbimport/tree"] = "facts reader parser context"
 
+    knows["workbench/core/files"] = "-"
     knows["workbench/core/plugins"] = "-"
-    knows["workbench/core/project"] = "plugins"
+    knows["workbench/core/project"] = "files plugins"
     knows["workbench/core/import"] = "plugins project"
     knows["workbench/core/edit/workspace"] = "plugins project import"
     knows["workbench/core/edit/steps"] = "plugins project import workspace"

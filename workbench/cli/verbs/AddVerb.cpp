@@ -34,8 +34,8 @@ const core::LoadedClass& classOf(const core::PluginHost& plugins, std::string_vi
 
 core::Project openFor(const AddRequest& request, Session& session) {
     if (request.path == kProjectPath)
-        return core::Project::openOrCreate(session.plugins(), request.project);
-    return session.open(request.project);
+        return session.openOrCreateToChange(request.project);
+    return session.openToChange(request.project);
 }
 
 } // namespace

@@ -84,6 +84,14 @@ documentOf(const ImportRequest& request, model::Element& target, const std::stri
     return document;
 }
 
+core::Project openFor(const ImportRequest& request, const Session& session) {
+    if (!request.project)
+        return core::Project(session.plugins());
+    const bool changes = !request.dryRun && !request.document;
+    return changes ? session.openOrCreateToChange(*request.project)
+                   : core::Project::openOrCreate(session.plugins(), *request.project);
+}
+
 std::string counted(std::size_t count, std::string_view what) {
     return std::to_string(count) + " " + std::string(what);
 }
@@ -156,9 +164,7 @@ ExitCode fail(const ImportRequest& request, Session& session, const ui::ImportFa
 
 ExitCode import(const ImportRequest& request, Session& session) {
     const auto extension = core::importExtensionOf(request.file);
-    auto project = request.project
-                       ? core::Project::openOrCreate(session.plugins(), *request.project)
-                       : core::Project(session.plugins());
+    auto project = openFor(request, session);
     const auto before = project.model().root().childElements().size();
     auto& target =
         request.at ? project.element(*request.at) : onlyTarget(project, request, extension);

@@ -7,7 +7,7 @@
 namespace corvane::workbench::cli {
 
 ExitCode run(const RemoveRequest& request, Session& session) {
-    auto project = session.open(request.project);
+    auto project = session.openToChange(request.project);
     core::Editor editor(project);
     const auto losses = editor.remove(std::array{&project.element(request.path)});
     project.save();

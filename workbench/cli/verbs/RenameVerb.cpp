@@ -5,7 +5,7 @@
 namespace corvane::workbench::cli {
 
 ExitCode run(const RenameRequest& request, Session& session) {
-    auto project = session.open(request.project);
+    auto project = session.openToChange(request.project);
     core::Editor editor(project);
     editor.rename(project.element(request.path), request.name);
     if (editor.isModified())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/cli/output/ProgressLine.hpp"
 #include "workbench/cli/output/TextOutput.hpp"
 #include "workbench/core/plugins/PluginFolders.hpp"
 #include "workbench/core/project/Project.hpp"
@@ -28,7 +29,23 @@ public:
         return {plugins_, file};
     }
 
+    /// Reads a project to change and save it: until that is done, other programs that change it
+    /// wait, as this call does for them. A terminal is told for what.
+    [[nodiscard]] core::Project openToChange(const std::filesystem::path& file) const {
+        return {plugins_, file, lockToChange(file)};
+    }
+
+    /// As above; an empty project where there is no file.
+    [[nodiscard]] core::Project openOrCreateToChange(const std::filesystem::path& file) const {
+        return core::Project::openOrCreate(plugins_, file, lockToChange(file));
+    }
+
 private:
+    [[nodiscard]] static core::FileLock lockToChange(const std::filesystem::path& file) {
+        const ProgressLine waiting("Waiting for another program that changes " + file.string());
+        return core::FileLock::acquire(file);
+    }
+
     core::PluginHost plugins_;
     TextOutput output_;
 };

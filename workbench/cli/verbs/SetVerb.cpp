@@ -29,7 +29,7 @@ core::FieldValue readFieldValue(const model::Element& element, const core::OpenF
 } // namespace
 
 ExitCode run(const SetRequest& request, Session& session) {
-    auto project = session.open(request.project);
+    auto project = session.openToChange(request.project);
     auto& element = project.element(request.path);
     std::vector<core::FieldValue> values;
     {

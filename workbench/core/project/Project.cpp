@@ -1,9 +1,10 @@
 #include "workbench/core/project/Project.hpp"
 
+#include "workbench/core/files/FileReplacement.hpp"
+#include "workbench/core/files/TextFile.hpp"
 #include "workbench/core/project/DocumentReader.hpp"
 #include "workbench/core/project/DocumentWriter.hpp"
 #include "workbench/core/project/ElementWalk.hpp"
-#include "workbench/core/project/TextFile.hpp"
 
 #include <corvane/workbench/host/Tree.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
@@ -11,6 +12,7 @@
 
 #include <array>
 #include <initializer_list>
+#include <optional>
 #include <utility>
 
 namespace corvane::workbench::core {
@@ -42,7 +44,9 @@ void expectFormat(decoder::Object& project) {
 Project::Project(const PluginHost& plugins)
     : plugins_(&plugins), model_(std::make_unique<host::Model>()) {}
 
-Project::Project(const PluginHost& plugins, const std::filesystem::path& file) : Project(plugins) {
+Project::Project(const PluginHost& plugins, const std::filesystem::path& file, FileLock lock)
+    : Project(plugins) {
+    lock_ = std::move(lock);
     file_ = file;
     identity_ = identityOf(file);
     try {
@@ -54,9 +58,10 @@ Project::Project(const PluginHost& plugins, const std::filesystem::path& file) :
     }
 }
 
-Project Project::openOrCreate(const PluginHost& plugins, const std::filesystem::path& file) {
+Project Project::openOrCreate(const PluginHost& plugins, const std::filesystem::path& file,
+                              FileLock lock) {
     if (identityOf(file).exists())
-        return {plugins, file};
+        return {plugins, file, std::move(lock)};
     Project project(plugins);
     project.file_ = file;
     return project;
@@ -109,11 +114,16 @@ model::Element& Project::add(model::Element& parent, const LoadedClass& entry,
 void Project::save(OnConflict onConflict) { saveTo(file_, onConflict); }
 
 void Project::saveTo(const std::filesystem::path& file, OnConflict onConflict) {
-    const auto known = file == file_ ? identity_ : FileIdentity();
-    if (onConflict == OnConflict::refuse && identityOf(file) != known)
-        throw std::runtime_error(
-            textOf("{} was changed by another program and is not overwritten", {file.native()}));
-    identity_ = replaceFile(file, [this](utils::io::OutputStream& stream) {
+    std::optional<FileIdentity> known;
+    if (onConflict == OnConflict::refuse)
+        known = file == file_ ? identity_ : FileIdentity();
+    saveTo(file, known);
+}
+
+void Project::saveTo(const std::filesystem::path& file, const std::optional<FileIdentity>& known) {
+    const bool isLocked = file == file_ && lock_.holds();
+    const auto lock = isLocked ? std::move(lock_) : FileLock::acquire(file);
+    identity_ = replaceFile(file, known, [this](utils::io::OutputStream& stream) {
         writeProject(stream, *plugins_, model_->root());
     });
     file_ = file;

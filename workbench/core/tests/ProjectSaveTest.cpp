@@ -1,6 +1,6 @@
 #include "CoreTesting.hpp"
 
-#include "workbench/core/project/TextFile.hpp"
+#include "workbench/core/files/FileReplacement.hpp"
 
 #include <corvane/workbench/host/Tree.hpp>
 
@@ -233,7 +233,7 @@ TEST_F(ProjectSaveTest, AddsElementsWhereTheyAreAccepted) {
 TEST_F(ProjectSaveTest, ReplacesNothingWhereTheWriterThrows) {
     const auto file = folder.write("f.txt", "old");
     EXPECT_EQ(messageOf([&] {
-                  replaceFile(file, [](utils::io::OutputStream& stream) {
+                  replaceFile(file, std::nullopt, [](utils::io::OutputStream& stream) {
                       stream.write("half of it");
                       throw std::runtime_error("stop");
                   });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/core/project/FileIdentity.hpp"
+#include "workbench/core/files/FileIdentity.hpp"
 
 #include <QFileSystemWatcher>
 #include <QTimer>

@@ -1,7 +1,7 @@
 #include "workbench/gui/session/Recovery.hpp"
 
+#include "workbench/core/files/FileReplacement.hpp"
 #include "workbench/core/project/DocumentWriter.hpp"
-#include "workbench/core/project/TextFile.hpp"
 #include "workbench/gui/look/Text.hpp"
 
 #include <QFile>
@@ -92,7 +92,7 @@ void Recovery::write() {
         return;
     int status = 0;
     try {
-        core::replaceFile(path, [this](utils::io::OutputStream& stream) {
+        core::replaceFile(path, std::nullopt, [this](utils::io::OutputStream& stream) {
             core::writeProject(stream, session_->plugins(), session_->root());
         });
     } catch (...) {

@@ -1,6 +1,6 @@
 #include <corvane/utils/io/FileOutputStream.hpp>
 
-#include "SystemError.hpp"
+#include <corvane/utils/io/SystemError.hpp>
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "workbench/core/project/FileIdentity.hpp"
+#include "workbench/core/files/FileIdentity.hpp"
 
 #include <sys/stat.h>
 
@@ -14,6 +14,10 @@ FileIdentity identityOf(const std::filesystem::path& file) {
             return {};
         throw std::system_error(errno, std::generic_category(), file.string());
     }
+    return identityOf(status);
+}
+
+FileIdentity identityOf(const struct ::stat& status) {
     return {.device = status.st_dev,
             .inode = status.st_ino,
             .size = static_cast<std::uint64_t>(status.st_size),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstdint>
 #include <filesystem>
 
@@ -17,11 +19,19 @@ struct FileIdentity {
 
     [[nodiscard]] bool exists() const { return *this != FileIdentity(); }
 
+    /// Whether both are states of one and the same file.
+    [[nodiscard]] bool isSameFile(const FileIdentity& other) const {
+        return device == other.device && inode == other.inode;
+    }
+
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
 /// The identity of a file, which need not exist; of what a symbolic link leads to. Throws
 /// std::system_error when the file cannot be asked.
 [[nodiscard]] FileIdentity identityOf(const std::filesystem::path& file);
+
+/// The identity that the system's answer tells of.
+[[nodiscard]] FileIdentity identityOf(const struct ::stat& status);
 
 } // namespace corvane::workbench::core
