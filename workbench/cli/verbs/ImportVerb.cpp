@@ -67,8 +67,7 @@ model::Element& onlyTarget(core::Project& project, const ImportRequest& request,
 /// What a plug-in has to say of a file that it could import: one line for each warning.
 void printWarnings(const ui::ImportedDocument& document) {
     for (const auto& warning : document.warnings)
-        printMessage("warning: " + warning.element + (warning.element.empty() ? "" : ": ") +
-                     narrow(warning.text));
+        printMessage("warning: " + narrow(core::textOf(warning)));
 }
 
 /// Presses the button.

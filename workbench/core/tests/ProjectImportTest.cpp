@@ -267,4 +267,10 @@ TEST_F(ProjectImportTest, MakesAnElementThatImportsAFile) {
     EXPECT_EQ(project.model().root().childElements().size(), 2U);
 }
 
+TEST_F(ProjectImportTest, AWarningIsReadWithItsElement) {
+    EXPECT_EQ(textOf({.text = u"is odd", .line = 3, .column = 1, .element = "a~1\u00E4/b"}),
+              u"a~1\u00E4/b: is odd");
+    EXPECT_EQ(textOf({.text = u"is odd", .element = {}}), u"is odd");
+}
+
 } // namespace corvane::workbench::core::test

@@ -35,6 +35,7 @@ QColor tintOf(NoticeBar::Kind kind, const QPalette& palette) {
     case NoticeBar::Kind::refusal:
     case NoticeBar::Kind::error:
         return palette.color(kErrorRole);
+    case NoticeBar::Kind::warning:
     case NoticeBar::Kind::question:
         return {0xe0, 0xa0, 0x20};
     default:
@@ -47,6 +48,7 @@ const char* pictureOf(NoticeBar::Kind kind) {
     case NoticeBar::Kind::refusal:
     case NoticeBar::Kind::error:
         return "error";
+    case NoticeBar::Kind::warning:
     case NoticeBar::Kind::question:
         return "problem";
     default:

@@ -22,6 +22,7 @@ public:
     enum class Kind : std::uint8_t {
         information, // of the last step
         refusal,     // why the last step was not taken
+        warning,     // came with the last step, and stays until it is closed
         error,
         question,
     };

@@ -1,6 +1,8 @@
 #include "workbench/gui/session/Importer.hpp"
 
+#include "workbench/core/import/ProjectImport.hpp"
 #include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/look/TextWindow.hpp"
 
 #include <QFileInfo>
 
@@ -12,6 +14,16 @@ namespace corvane::workbench::gui {
 namespace {
 
 constexpr std::string_view kContext = "corvane::workbench::gui::Importer";
+
+QString summaryOf(const core::ImportCounts& counts, bool targetIsNew) {
+    const auto added = counts.added + (targetIsNew ? 1 : 0);
+    auto changes = translated(kContext, "{}, {} updated",
+                              {counted(kContext, "1 element added", "{} elements added", added),
+                               formatted(counts.updated)});
+    if (counts.renamed != 0)
+        changes += translated(kContext, ", {} renamed", {formatted(counts.renamed)});
+    return changes;
+}
 
 std::size_t totalBytes(const ui::ImportedDocument& document) {
     std::size_t sum = 0;
@@ -147,29 +159,43 @@ void Importer::merge(model::Element& target, const QString& file, ui::ImportedDo
     const auto bytes = totalBytes(document);
     session_->import(
         target, std::move(document.text),
-        [this, &target, file, bytes, targetIsNew](const ProjectSession::ImportResult& result) {
+        [this, &target, file, bytes, targetIsNew,
+         warnings = std::move(document.warnings)](const ProjectSession::ImportResult& result) {
             if (!result) {
                 if (targetIsNew)
                     session_->undo();
                 fail(result.error());
                 return;
             }
-            const auto& counts = result->counts;
-            const auto added = counts.added + (targetIsNew ? 1 : 0);
-            auto changes =
-                translated(kContext, "{}, {} updated",
-                           {counted(kContext, "1 element added", "{} elements added", added),
-                            formatted(counts.updated)});
-            if (counts.renamed != 0)
-                changes += translated(kContext, ", {} renamed", {formatted(counts.renamed)});
-            notices_->showNotice(
-                NoticeBar::Kind::information,
-                translated(kContext, "Imported {} into {}: {}; {}.",
-                           {QFileInfo(file).fileName(), toQt(std::string_view(target.path())),
-                            changes,
-                            counted(kContext, "1 byte of memory", "{} bytes of memory", bytes)}));
+            tell(translated(kContext, "Imported {} into {}: {}; {}.",
+                            {QFileInfo(file).fileName(), toQt(std::string_view(target.path())),
+                             summaryOf(result->counts, targetIsNew),
+                             counted(kContext, "1 byte of memory", "{} bytes of memory", bytes)}),
+                 warnings);
             emit imported(result->top);
         });
+}
+
+void Importer::tell(const QString& summary, const std::vector<ui::ImportWarning>& warnings) {
+    if (warnings.empty()) {
+        notices_->showNotice(NoticeBar::Kind::information, summary);
+        return;
+    }
+    QStringList lines;
+    for (const auto& warning : warnings)
+        lines += toQt(core::textOf(warning));
+    const auto count = counted(kContext, "1 warning", "{} warnings", warnings.size());
+    if (lines.size() == 1) {
+        notices_->showNotice(NoticeBar::Kind::warning,
+                             translated(kContext, "{} {}: {}", {summary, count, lines.front()}));
+        return;
+    }
+    notices_->showNotice(NoticeBar::Kind::warning, translated(kContext, "{} {}, the first: {}",
+                                                              {summary, count, lines.front()}));
+    notices_->addChoice(translated(kContext, "Show all"),
+                        [this, count, text = lines.join(QLatin1Char('\n'))] {
+                            showTextWindow(*window_, count, text);
+                        });
 }
 
 void Importer::fail(const QString& reason) { notices_->showNotice(NoticeBar::Kind::error, reason); }

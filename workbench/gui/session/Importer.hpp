@@ -48,6 +48,8 @@ private:
     void read(Source source, const QString& file, Then then);
     void merge(model::Element& target, const QString& file, ui::ImportedDocument document,
                bool targetIsNew);
+    /// Tells what came in and what a user should know of it.
+    void tell(const QString& summary, const std::vector<ui::ImportWarning>& warnings);
     void fail(const QString& reason);
     [[nodiscard]] model::Element* chooseTarget(const std::string& extension);
 

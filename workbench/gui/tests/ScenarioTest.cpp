@@ -2,6 +2,7 @@
 
 #include "workbench/gui/fields/UnsignedSpinBox.hpp"
 
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 
@@ -18,6 +19,12 @@ QByteArray runCommandLine(const QStringList& arguments) {
     EXPECT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
     return process.readAllStandardOutput();
+}
+
+QByteArray dataBlock(const char* name) {
+    return QByteArray("DATA_BLOCK \"") + name +
+           "\" { S7_Optimized_Access := 'FALSE' } STRUCT x : Bool; END_STRUCT; BEGIN "
+           "END_DATA_BLOCK\n";
 }
 
 } // namespace
@@ -110,6 +117,43 @@ TEST_F(GuiTest, AFailedImportSaysWhyAndChangesNothing) {
         << qPrintable(notice());
     EXPECT_TRUE(element("/PLC")->childElements().empty());
     EXPECT_EQ(session().editor().undoText(), undoBefore);
+}
+
+// Names that are not UTF-8 are worth a warning for each block.
+TEST_F(GuiTest, AnImportTellsItsWarning) {
+    window().openFiles({writeFile("one.db", dataBlock("\xE4"))});
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC/\u00E4") != nullptr; }));
+    EXPECT_EQ(child<NoticeBar>().kind(), NoticeBar::Kind::warning);
+    EXPECT_TRUE(notice().startsWith("Imported one.db into /PLC: ")) << qPrintable(notice());
+    EXPECT_TRUE(notice().endsWith(QStringLiteral(
+        " 1 warning: \u00E4: names that are not UTF-8 were read as Windows-1252: 1 in "
+        "this data block, the first is “\u00E4”")))
+        << qPrintable(notice());
+    EXPECT_TRUE(child<NoticeBar>().findChildren<QPushButton*>().isEmpty());
+    select("/PLC");
+    type("Address", "10.0.0.1");
+    EXPECT_FALSE(notice().isEmpty()) << "a warning stays until it is closed";
+}
+
+TEST_F(GuiTest, AnImportTellsHowManyWarningsThereAreAndShowsAll) {
+    QByteArray source;
+    for (const char* const name : {"\xE4", "plain", "\xF6", "\xFC"})
+        source += dataBlock(name);
+    window().openFiles({writeFile("three.db", source)});
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC/\u00FC") != nullptr; }));
+    const auto line = QStringLiteral("%1: names that are not UTF-8 were read as Windows-1252: 1 in "
+                                     "this data block, the first is “%1”");
+    EXPECT_TRUE(notice().endsWith(" 3 warnings, the first: " + line.arg(QChar(0xE4))))
+        << qPrintable(notice());
+    const auto buttons = child<NoticeBar>().findChildren<QPushButton*>();
+    ASSERT_EQ(buttons.size(), 1);
+    EXPECT_EQ(buttons.front()->text(), "Show all");
+    QTest::mouseClick(buttons.front(), Qt::LeftButton);
+    const auto& shownLines = child<QPlainTextEdit>();
+    EXPECT_TRUE(shownLines.isVisible());
+    EXPECT_EQ(shownLines.window()->windowTitle(), "3 warnings");
+    EXPECT_EQ(shownLines.toPlainText(),
+              line.arg(QChar(0xE4)) + "\n" + line.arg(QChar(0xF6)) + "\n" + line.arg(QChar(0xFC)));
 }
 
 TEST_F(GuiTest, TheButtonThatWasPressedReadsTheFileWhateverItIsCalled) {
