@@ -101,8 +101,8 @@ constexpr std::array kCommands{
     Command{"/A~11/Default Command", {}},
     Command{"/A~11/Fast", {}},
     Command{"", "please specify the command used to read and write the data item"},
-    Command{"/A~11/Gone", "the referenced element \"/A~11/Gone\" does not exist"},
-    Command{"Fast", "the referenced element \"Fast\" does not exist"},
+    Command{"/A~11/Gone", "the referenced element “/A~11/Gone” does not exist"},
+    Command{"Fast", "the referenced element “Fast” does not exist"},
     Command{"/A~11/Block 0", "the command must be a S7 command"},
     Command{"/A~11", "the command must be a S7 command"},
     Command{"/B/Default Command", "the command and the data item must share a common parent"},
@@ -226,7 +226,7 @@ TEST(Check, KeepsControlCharacters) {
     {"@Skill.S7.Item": {"name": "\u009f\u00a0", "address": "MB0",
                         "command": "/\n\u0085\u009b"}}]}}]})");
     const std::string command = "/\n\u0085\u009b";
-    const std::string message = "the referenced element \"" + command + "\" does not exist";
+    const std::string message = "the referenced element “" + command + "” does not exist";
     EXPECT_EQ(place.run({"check", "P.json"}),
               (Result{.exitCode = 1,
                       .out = "/P\x1b\x7f\u0080/\u009f\u00a0: Command: " + message +

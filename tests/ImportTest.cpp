@@ -293,9 +293,9 @@ TEST(Import, WhereItCannot) {
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     place.write("a.txt", "");
     static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
-    EXPECT_EQ(place.run({"import", "a.txt"}), failed(R"(no loaded plug-in imports ".txt" files)"));
+    EXPECT_EQ(place.run({"import", "a.txt"}), failed("no loaded plug-in imports “.txt” files"));
     place.write("a", "");
-    EXPECT_EQ(place.run({"import", "a"}), failed(R"(no loaded plug-in imports "" files)"));
+    EXPECT_EQ(place.run({"import", "a"}), failed("no loaded plug-in imports “” files"));
     for (const std::string none : {"none.txt", "none", "none/a.txt"}) {
         const auto missing = withHint(failed(none + ": No such file or directory"),
                                       "there is no such file; check its name and its folder");
@@ -306,10 +306,10 @@ TEST(Import, WhereItCannot) {
     EXPECT_FALSE(place.has("New.json"));
     std::filesystem::create_directory(place.folder() / "folder");
     EXPECT_EQ(place.run({"import", "folder"}),
-              withHint(failed(R"(no loaded plug-in imports "" files)"),
+              withHint(failed("no loaded plug-in imports “” files"),
                        "this is a folder; name a file in it"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "/PLC/Data"}),
-              failed(R"(/PLC/Data does not import ".db" files)"));
+              failed("/PLC/Data does not import “.db” files"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "/Q"}),
               failed(R"(the project has no element “/Q”)"));
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", "PLC"}),

@@ -20,12 +20,12 @@ std::string ownText() {
 )";
 }
 
-std::string benchText(std::string_view file) {
-    return "Bench  " + std::string(file) + R"(
-  Rack        part of a test bench
-  Box         part of a test bench
-  Pin         part of a test bench
-  Note        part of a test bench
+std::string wiringText(std::string_view file) {
+    return "Wiring  " + std::string(file) + R"(
+  Rack        part of a wiring
+  Box         part of a wiring
+  Pin         part of a wiring
+  Note        part of a wiring
 )";
 }
 
@@ -65,19 +65,19 @@ TEST(Plugins, AsJson) {
 
 TEST(Plugins, ThoseNamedByAnOption) {
     const Sandbox place;
-    const auto bench = testPlugin("Bench");
-    EXPECT_EQ(place.run({"plugins", "--plugin", bench}), done(ownText() + benchText(bench)));
+    const auto wiring = testPlugin("Wiring");
+    EXPECT_EQ(place.run({"plugins", "--plugin", wiring}), done(ownText() + wiringText(wiring)));
     EXPECT_EQ(place.run({"--plugin", ownPlugin().string(), "plugins"}), done(ownText()));
 }
 
 TEST(Plugins, ThoseInTheFoldersOfTheEnvironment) {
     const Sandbox place;
     std::filesystem::create_directory(place.folder() / "mine");
-    std::filesystem::create_symlink(testPlugin("Bench"), place.folder() / "mine/Bench.so");
+    std::filesystem::create_symlink(testPlugin("Wiring"), place.folder() / "mine/Wiring.so");
     place.write("mine/readme.txt", "not a plug-in");
     EXPECT_EQ(
         place.run({"plugins"}, {.variables = {"CORVANE_PLUGIN_PATH=none::mine:"}, .output = {}}),
-        done(ownText() + benchText("mine/Bench.so")));
+        done(ownText() + wiringText("mine/Wiring.so")));
 }
 
 // One that cannot be loaded is reported, and the verb does its job with the others. Who named it
@@ -88,25 +88,26 @@ TEST(Plugins, BrokenOnesDisturbNoOther) {
     const std::vector<std::pair<std::string, std::string>> broken{
         {testPlugin("MissingSymbol"), "undefined symbol: corvaneSymbolThatNobodyHas"},
         {testPlugin("NoSkill"), "it brings no skill"},
-        {testPlugin("DuplicateName"), "the skill name “Bench” is taken by " + testPlugin("Bench")},
+        {testPlugin("DuplicateName"),
+         "the skill name “Wiring” is taken by " + testPlugin("Wiring")},
         {testPlugin("DuplicateUuid"),
-         "the UUID of the skill “Impostor” is taken by " + testPlugin("Bench")},
+         "the UUID of the skill “Impostor” is taken by " + testPlugin("Wiring")},
         {testPlugin("DuplicateClass"), "the element class “Thing” is registered twice"},
         {testPlugin("ThrowingException"), "the licence has ended"},
         {testPlugin("ThrowingNumber"), "it threw what is no exception"},
         {"none.so", "No such file or directory"},
         {"text.so", "invalid ELF header"},
     };
-    std::vector<std::string> words{"plugins", "--plugin", testPlugin("Bench")};
+    std::vector<std::string> words{"plugins", "--plugin", testPlugin("Wiring")};
     std::string reports;
     for (const auto& [file, reason] : broken) {
         words.insert(words.end(), {"--plugin", file});
         reports.append("corvane: plug-in ").append(file);
         reports.append(" was not loaded: ").append(reason).append("\n");
     }
-    EXPECT_EQ(
-        place.run(words),
-        (Result{.exitCode = 1, .out = ownText() + benchText(testPlugin("Bench")), .err = reports}));
+    EXPECT_EQ(place.run(words), (Result{.exitCode = 1,
+                                        .out = ownText() + wiringText(testPlugin("Wiring")),
+                                        .err = reports}));
 }
 
 TEST(Plugins, BrokenOnesThatNobodyNamedAreNoFailure) {
@@ -123,26 +124,26 @@ TEST(Plugins, BrokenOnesThatNobodyNamedAreNoFailure) {
 // The program knows no more of its own plug-in than of any other.
 TEST(Plugins, ASecondOneIsServedLikeTheFirst) {
     const Sandbox place;
-    const auto bench = testPlugin("Bench");
-    place.write("a.bench", R"([{"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
-        {"@Skill.Bench.Pin": {"name": "p", "id": "2", "value": "v", "peer": "b"}}]}}])");
-    EXPECT_EQ(place.run({"--plugin", bench, "import", "a.bench", "--project", "P.json"}).exitCode,
+    const auto wiring = testPlugin("Wiring");
+    place.write("a.wiring", R"([{"@Skill.Wiring.Box": {"name": "b", "id": "1", "children": [
+        {"@Skill.Wiring.Pin": {"name": "p", "id": "2", "value": "v", "peer": "b"}}]}}])");
+    EXPECT_EQ(place.run({"--plugin", wiring, "import", "a.wiring", "--project", "P.json"}).exitCode,
               0);
     EXPECT_EQ(place.read("P.json"), R"({"corvane": 1, "elements": [
-  {"@Skill.Bench.Rack": {"name": "Rack", "id": "", "children": [
-    {"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
-      {"@Skill.Bench.Pin": {"name": "p", "id": "2", "value": "v", "peer": "/Rack/b"}}
+  {"@Skill.Wiring.Rack": {"name": "Rack", "id": "", "children": [
+    {"@Skill.Wiring.Box": {"name": "b", "id": "1", "children": [
+      {"@Skill.Wiring.Pin": {"name": "p", "id": "2", "value": "v", "peer": "/Rack/b"}}
     ]}}
   ]}}
 ]}
 )");
-    EXPECT_EQ(place.run({"--plugin", bench, "show", "P.json"}),
+    EXPECT_EQ(place.run({"--plugin", wiring, "show", "P.json"}),
               done("Rack  Rack\n  b  Box\n    p  Pin  v\n"));
-    EXPECT_EQ(place.run({"--plugin", bench, "import", "none.bench"}),
-              (Result{.exitCode = 1, .out = {}, .err = "the bench cannot read none.bench\n"}));
+    EXPECT_EQ(place.run({"--plugin", wiring, "import", "none.wiring"}),
+              (Result{.exitCode = 1, .out = {}, .err = "the wiring cannot read none.wiring\n"}));
 
     EXPECT_EQ(place.run({"show", "P.json"}),
-              failed(R"(P.json: no loaded plug-in has the element class “@Skill.Bench.Rack”)"));
+              failed(R"(P.json: no loaded plug-in has the element class “@Skill.Wiring.Rack”)"));
 }
 
 } // namespace corvane::test

@@ -44,9 +44,9 @@ TEST_F(RemovalTest, OfAWholePlcThatOthersReferTo) {
                    "/Other/x~1y now refers to nothing: /PLC/Fast is gone\n"));
     EXPECT_EQ(place.run({"check", "P.json"}),
               (Result{.exitCode = 1,
-                      .out = "/Other/b/far: Command: the referenced element \"/PLC/Slow\" does "
+                      .out = "/Other/b/far: Command: the referenced element “/PLC/Slow” does "
                              "not exist\n"
-                             "/Other/x~1y: Command: the referenced element \"/PLC/Fast\" does "
+                             "/Other/x~1y: Command: the referenced element “/PLC/Fast” does "
                              "not exist\n"
                              "2 problems found.\n",
                       .err = {}}));

@@ -126,8 +126,8 @@ TEST_F(TerminalTest, TellsWhatFailed) {
 }
 
 TEST_F(TerminalTest, NamesPlugins) {
-    const auto file = "Bench" + hostile + ".so";
-    std::filesystem::create_symlink(testPlugins() / "Bench.so", place.folder() / file);
+    const auto file = "Wiring" + hostile + ".so";
+    std::filesystem::create_symlink(testPlugins() / "Wiring.so", place.folder() / file);
     expectBoth({"plugins", "--plugin", file});
 }
 

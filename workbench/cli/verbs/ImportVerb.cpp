@@ -47,7 +47,7 @@ model::Element& newTarget(core::Project& project, const ImportRequest& request,
                           const std::string& extension) {
     auto* const target = core::addImportTarget(project, extension);
     if (target == nullptr)
-        refuseFile(request.file, "no loaded plug-in imports \"" + extension + "\" files");
+        refuseFile(request.file, "no loaded plug-in imports “" + extension + "” files");
     return *target;
 }
 
@@ -76,7 +76,7 @@ documentOf(const ImportRequest& request, model::Element& target, const std::stri
     const core::OpenForm form(target);
     auto* const button = form.importButton(extension);
     if (button == nullptr)
-        refuseFile(request.file, target.path() + " does not import \"" + extension + "\" files");
+        refuseFile(request.file, target.path() + " does not import “" + extension + "” files");
     auto document = button->press(request.file);
     if (document)
         printWarnings(*document);

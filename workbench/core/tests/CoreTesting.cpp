@@ -16,7 +16,7 @@ fs::path testPlugin(std::string_view name) {
 }
 
 ProjectTest::ProjectTest() {
-    plugins.load(testPlugin("Bench"));
+    plugins.load(testPlugin("Wiring"));
     plugins.load(CORVANE_OWN_PLUGIN);
 }
 

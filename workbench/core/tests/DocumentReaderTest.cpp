@@ -65,39 +65,39 @@ TEST_F(DocumentReaderTest, SaysWhatIsWrongWithAnElement) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"7", "expected an object, found a number (line 2, column 1)"},
         {"{}", "an element document has one member, its class and content (line 2, column 1)"},
-        {R"({"@Skill.Bench.Shelf": {"name": "a"}})",
-         R"(no loaded plug-in has the element class “@Skill.Bench.Shelf”)"},
+        {R"({"@Skill.Wiring.Shelf": {"name": "a"}})",
+         R"(no loaded plug-in has the element class “@Skill.Wiring.Shelf”)"},
         {R"({"Rack": {"name": "a"}})", R"(no loaded plug-in has the element class “Rack”)"},
-        {R"({"@Skill.Bench.Pin": {"name": "a"}})",
-         R"(member "@Skill.Bench.Pin": an element of this class cannot stand here )"
+        {R"({"@Skill.Wiring.Pin": {"name": "a"}})",
+         R"(member "@Skill.Wiring.Pin": an element of this class cannot stand here )"
          "(line 2, column 1)"},
-        {R"({"@Skill.Bench.Rack": 5})",
-         R"(member "@Skill.Bench.Rack": expected an object, found a number (line 2, column 23))"},
-        {R"({"@Skill.Bench.Rack": {}})",
-         R"(member "name": the element has no name (line 2, column 23))"},
-        {R"({"@Skill.Bench.Rack": {"name": ""}})",
-         R"(member "name": an element's name must not be empty (line 2, column 23))"},
-        {R"({"@Skill.Bench.Rack": {"name": 1}})",
-         R"(member "name": expected a string, found a number (line 2, column 32))"},
-        {R"({"@Skill.Bench.Rack": {"name": "a", "name": "b"}})",
-         R"(element “/a”: member "name": duplicate member (line 2, column 37))"},
-        {R"({"@Skill.Bench.Rack": {"name": "a"}, "@Skill.Bench.Rack": {"name": "b"}})",
+        {R"({"@Skill.Wiring.Rack": 5})",
+         R"(member "@Skill.Wiring.Rack": expected an object, found a number (line 2, column 24))"},
+        {R"({"@Skill.Wiring.Rack": {}})",
+         R"(member "name": the element has no name (line 2, column 24))"},
+        {R"({"@Skill.Wiring.Rack": {"name": ""}})",
+         R"(member "name": an element's name must not be empty (line 2, column 24))"},
+        {R"({"@Skill.Wiring.Rack": {"name": 1}})",
+         R"(member "name": expected a string, found a number (line 2, column 33))"},
+        {R"({"@Skill.Wiring.Rack": {"name": "a", "name": "b"}})",
+         R"(element “/a”: member "name": duplicate member (line 2, column 38))"},
+        {R"({"@Skill.Wiring.Rack": {"name": "a"}, "@Skill.Wiring.Rack": {"name": "b"}})",
          "an element document has only one member (line 2, column 1)"},
-        {R"({"@Skill.Bench.Rack": {"name": "a", "height": 3}})",
+        {R"({"@Skill.Wiring.Rack": {"name": "a", "height": 3}})",
          R"(element “/a”: unknown member “height”)"},
-        {R"({"@Skill.Bench.Rack": {"name": "a", "id": 3}})",
-         R"(element “/a”: member "id": expected a string, found a number (line 2, column 43))"},
-        {R"({"@Skill.Bench.Rack": {"name": "a", "children": 3}})",
-         R"(member "children": expected an array, found a number (line 2, column 49))"},
-        {R"({"@Skill.Bench.Rack": {"name": "a/b", "children": [
-           {"@Skill.Bench.Note": {"name": "n~", "text": "unreadable"}}]}})",
+        {R"({"@Skill.Wiring.Rack": {"name": "a", "id": 3}})",
+         R"(element “/a”: member "id": expected a string, found a number (line 2, column 44))"},
+        {R"({"@Skill.Wiring.Rack": {"name": "a", "children": 3}})",
+         R"(member "children": expected an array, found a number (line 2, column 50))"},
+        {R"({"@Skill.Wiring.Rack": {"name": "a/b", "children": [
+           {"@Skill.Wiring.Note": {"name": "n~", "text": "unreadable"}}]}})",
          R"(element “/a~1b/n~0”: the note cannot be read)"},
-        {R"({"@Skill.Bench.Rack": {"name": "a", "children": [
-           {"@Skill.Bench.Note": {"name": "n", "last": 1, "text": "lost"}}]}})",
+        {R"({"@Skill.Wiring.Rack": {"name": "a", "children": [
+           {"@Skill.Wiring.Note": {"name": "n", "last": 1, "text": "lost"}}]}})",
          R"(element “/a/n”: unknown member “text”)"},
-        {R"({"@Skill.Bench.Rack": {"name": "a", "children": [
-{"@Skill.Bench.Rack": {"name": "b"}}]}})",
-         R"(member "@Skill.Bench.Rack": an element of this class cannot stand here )"
+        {R"({"@Skill.Wiring.Rack": {"name": "a", "children": [
+{"@Skill.Wiring.Rack": {"name": "b"}}]}})",
+         R"(member "@Skill.Wiring.Rack": an element of this class cannot stand here )"
          "(line 3, column 1)"},
     };
     for (const auto& [element, message] : cases)
@@ -116,7 +116,7 @@ TEST_F(DocumentReaderTest, SaysItInTheUsersLanguage) {
         return translation;
     });
     EXPECT_EQ(errorOf("{}"), R"(member "corvane": dies ist kein Projekt (line 1, column 1))");
-    EXPECT_EQ(errorOf(R"({"corvane": 1, "elements": [{"@Skill.Bench.Rack":
+    EXPECT_EQ(errorOf(R"({"corvane": 1, "elements": [{"@Skill.Wiring.Rack":
                           {"name": "ä", "height": 3}}]})"),
               R"(Element „/ä“: unknown member “height”)");
     i18n::setTranslator({});
@@ -124,9 +124,9 @@ TEST_F(DocumentReaderTest, SaysItInTheUsersLanguage) {
 
 TEST_F(DocumentReaderTest, RefusesElementsThatAreNestedTooDeeply) {
     const auto nested = [](unsigned depth) {
-        std::string text = R"({"corvane": 1, "elements": [{"@Skill.Bench.Rack": {"name": "r")";
+        std::string text = R"({"corvane": 1, "elements": [{"@Skill.Wiring.Rack": {"name": "r")";
         for (unsigned level = 1; level != depth; ++level)
-            text += R"(, "children": [{"@Skill.Bench.Box": {"name": "b")";
+            text += R"(, "children": [{"@Skill.Wiring.Box": {"name": "b")";
         for (unsigned level = 1; level != depth; ++level)
             text += "}}]";
         return text + "}}]}";
@@ -139,30 +139,30 @@ TEST_F(DocumentReaderTest, RefusesElementsThatAreNestedTooDeeply) {
 }
 
 TEST_F(DocumentReaderTest, MakesNamesUnique) {
-    const auto project = load(R"({"@Skill.Bench.Rack": {"name": "a"}},
-                                 {"@Skill.Bench.Rack": {"name": "a"}},
-                                 {"@Skill.Bench.Rack": {"name": "a 2"}})");
-    EXPECT_EQ(elementsOf(project), R"({"@Skill.Bench.Rack": {"name": "a", "id": ""}},)"
-                                   R"({"@Skill.Bench.Rack": {"name": "a 2", "id": ""}},)"
-                                   R"({"@Skill.Bench.Rack": {"name": "a 2 2", "id": ""}})");
+    const auto project = load(R"({"@Skill.Wiring.Rack": {"name": "a"}},
+                                 {"@Skill.Wiring.Rack": {"name": "a"}},
+                                 {"@Skill.Wiring.Rack": {"name": "a 2"}})");
+    EXPECT_EQ(elementsOf(project), R"({"@Skill.Wiring.Rack": {"name": "a", "id": ""}},)"
+                                   R"({"@Skill.Wiring.Rack": {"name": "a 2", "id": ""}},)"
+                                   R"({"@Skill.Wiring.Rack": {"name": "a 2 2", "id": ""}})");
 }
 
 TEST_F(DocumentReaderTest, ReadsMembersInAnyOrder) {
-    const auto project = load(R"({"@Skill.Bench.Rack": {"children": [
-        {"@Skill.Bench.Pin": {"value": "v", "id": "p", "name": "pin"}}], "id": "r", "name": "a"}})");
+    const auto project = load(R"({"@Skill.Wiring.Rack": {"children": [
+        {"@Skill.Wiring.Pin": {"value": "v", "id": "p", "name": "pin"}}], "id": "r", "name": "a"}})");
     EXPECT_EQ(elementsOf(project),
-              R"({"@Skill.Bench.Rack": {"name": "a", "id": "r", "children": [)"
-              R"({"@Skill.Bench.Pin": {"name": "pin", "id": "p", "value": "v", "peer": ""}}]}})");
+              R"({"@Skill.Wiring.Rack": {"name": "a", "id": "r", "children": [)"
+              R"({"@Skill.Wiring.Pin": {"name": "pin", "id": "p", "value": "v", "peer": ""}}]}})");
 }
 
 TEST_F(DocumentReaderTest, ResolvesReferencesToWhatComesLater) {
-    const auto project = load(R"({"@Skill.Bench.Rack": {"name": "a", "children": [
-        {"@Skill.Bench.Pin": {"name": "first", "peer": "/a/b~1c"}},
-        {"@Skill.Bench.Pin": {"name": "lost", "peer": "/a/nowhere"}},
-        {"@Skill.Bench.Pin": {"name": "b/c"}}]}})");
+    const auto project = load(R"({"@Skill.Wiring.Rack": {"name": "a", "children": [
+        {"@Skill.Wiring.Pin": {"name": "first", "peer": "/a/b~1c"}},
+        {"@Skill.Wiring.Pin": {"name": "lost", "peer": "/a/nowhere"}},
+        {"@Skill.Wiring.Pin": {"name": "b/c"}}]}})");
     EXPECT_EQ(errorsOf(project),
               std::vector<std::string>{
-                  R"(/a/lost: Peer: the referenced element "/a/nowhere" does not exist)"});
+                  "/a/lost: Peer: the referenced element “/a/nowhere” does not exist"});
     auto& target = project.element("/a/b~1c");
     host::rename(target, "d~");
     EXPECT_NE(elementsOf(project).find(R"("name": "first", "id": "", "value": "", )"

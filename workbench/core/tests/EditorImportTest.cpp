@@ -10,20 +10,20 @@ namespace {
 
 // What an import replaces, renames, appends and leaves alone, on two levels; q waits for what the
 // import brings, and p refers to what it replaces.
-constexpr std::string_view kRack = R"({"@Skill.Bench.Rack": {"name": "r", "children": [
-    {"@Skill.Bench.Box": {"name": "a", "id": "1", "children": [
-        {"@Skill.Bench.Pin": {"name": "p", "id": "1", "value": "old", "peer": "/r/a"}},
-        {"@Skill.Bench.Note": {"name": "n", "text": "stays"}}]}},
-    {"@Skill.Bench.Box": {"name": "b", "id": "2"}},
-    {"@Skill.Bench.Pin": {"name": "q", "id": "7", "value": "v", "peer": "/r/new/inner"}}]}})";
+constexpr std::string_view kRack = R"({"@Skill.Wiring.Rack": {"name": "r", "children": [
+    {"@Skill.Wiring.Box": {"name": "a", "id": "1", "children": [
+        {"@Skill.Wiring.Pin": {"name": "p", "id": "1", "value": "old", "peer": "/r/a"}},
+        {"@Skill.Wiring.Note": {"name": "n", "text": "stays"}}]}},
+    {"@Skill.Wiring.Box": {"name": "b", "id": "2"}},
+    {"@Skill.Wiring.Pin": {"name": "q", "id": "7", "value": "v", "peer": "/r/new/inner"}}]}})";
 
 constexpr std::string_view kDocument = R"([
-    {"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
-        {"@Skill.Bench.Pin": {"name": "other", "id": "1", "value": "new"}},
-        {"@Skill.Bench.Pin": {"name": "n", "id": "2", "value": "m", "peer": "new"}}]}},
-    {"@Skill.Bench.Box": {"name": "a", "id": "2"}},
-    {"@Skill.Bench.Box": {"name": "new", "id": "3", "children": [
-        {"@Skill.Bench.Pin": {"name": "inner", "id": "4", "peer": "/r/new"}}]}}])";
+    {"@Skill.Wiring.Box": {"name": "b", "id": "1", "children": [
+        {"@Skill.Wiring.Pin": {"name": "other", "id": "1", "value": "new"}},
+        {"@Skill.Wiring.Pin": {"name": "n", "id": "2", "value": "m", "peer": "new"}}]}},
+    {"@Skill.Wiring.Box": {"name": "a", "id": "2"}},
+    {"@Skill.Wiring.Box": {"name": "new", "id": "3", "children": [
+        {"@Skill.Wiring.Pin": {"name": "inner", "id": "4", "peer": "/r/new"}}]}}])";
 
 class EditorImportTest : public EditorTest {};
 
@@ -71,8 +71,8 @@ TEST_F(EditorImportTest, ChangesNothingForADocumentThatCannotBeRead) {
     Follower follower(project.model().root());
     editor.setObserver(&follower);
     for (const std::string document :
-         {R"([{"@Skill.Bench.Box": {"name": "a", "id": "1"}}, 7])", R"([{"@Skill.No.Box": {}}])",
-          R"([{"@Skill.Bench.Note": {"name": "n", "text": "unreadable"}}])", "["}) {
+         {R"([{"@Skill.Wiring.Box": {"name": "a", "id": "1"}}, 7])", R"([{"@Skill.No.Box": {}}])",
+          R"([{"@Skill.Wiring.Note": {"name": "n", "text": "unreadable"}}])", "["}) {
         EXPECT_NE(messageOf([&] { editor.import(project.element("/r"), document); }), "");
         EXPECT_EQ(sightOf(project), before);
     }
@@ -82,13 +82,13 @@ TEST_F(EditorImportTest, ChangesNothingForADocumentThatCannotBeRead) {
 }
 
 TEST_F(EditorImportTest, ExchangesNamesBackAndForth) {
-    auto project = load(R"({"@Skill.Bench.Rack": {"name": "r", "children": [
-        {"@Skill.Bench.Box": {"name": "\u0001a", "id": "1"}},
-        {"@Skill.Bench.Box": {"name": "a", "id": "2"}}]}})");
+    auto project = load(R"({"@Skill.Wiring.Rack": {"name": "r", "children": [
+        {"@Skill.Wiring.Box": {"name": "\u0001a", "id": "1"}},
+        {"@Skill.Wiring.Box": {"name": "a", "id": "2"}}]}})");
     const auto before = sightOf(project);
     Editor editor(project);
-    editor.import(project.element("/r"), R"([{"@Skill.Bench.Box": {"name": "\u0001a", "id": "2"}},
-        {"@Skill.Bench.Box": {"name": "a", "id": "1"}}])");
+    editor.import(project.element("/r"), R"([{"@Skill.Wiring.Box": {"name": "\u0001a", "id": "2"}},
+        {"@Skill.Wiring.Box": {"name": "a", "id": "1"}}])");
     const auto children = project.element("/r").childElements();
     EXPECT_EQ(children[0]->name(), "a");
     EXPECT_EQ(children[1]->name(), "\x01\x61");
@@ -96,9 +96,9 @@ TEST_F(EditorImportTest, ExchangesNamesBackAndForth) {
 }
 
 TEST_F(EditorImportTest, RefusesToMoveWhatCannotBeLoadedAnew) {
-    auto project = load(R"({"@Skill.Bench.Rack": {"name": "r", "children": [
-        {"@Skill.Bench.Box": {"name": "a"}},
-        {"@Skill.Bench.Note": {"name": "n", "text": "unsavable"}}]}})");
+    auto project = load(R"({"@Skill.Wiring.Rack": {"name": "r", "children": [
+        {"@Skill.Wiring.Box": {"name": "a"}},
+        {"@Skill.Wiring.Note": {"name": "n", "text": "unsavable"}}]}})");
     Editor editor(project);
     EXPECT_NE(messageOf([&] { move(editor, {"/r/n"}, "/r/a", 0); }), "");
     EXPECT_EQ(project.element("/r").childElements().size(), 2U);

@@ -28,10 +28,10 @@ constexpr std::string_view kPlant = R"(
         {"@Skill.S7.DataBlock": {"name": "c", "DBNumber": 2}}]}},
     {"@Skill.S7.PLC": {"name": "Q", "address": "h", "children": [
         {"@Skill.S7.Command": {"name": "b"}}]}},
-    {"@Skill.Bench.Rack": {"name": "R", "children": [
-        {"@Skill.Bench.Pin": {"name": "a", "id": "1", "value": "v", "peer": "/R/b"}},
-        {"@Skill.Bench.Box": {"name": "c", "id": "2", "children": [
-            {"@Skill.Bench.Pin": {"name": "d", "id": "1", "value": "v", "peer": "/P/e"}}]}}]}})";
+    {"@Skill.Wiring.Rack": {"name": "R", "children": [
+        {"@Skill.Wiring.Pin": {"name": "a", "id": "1", "value": "v", "peer": "/R/b"}},
+        {"@Skill.Wiring.Box": {"name": "c", "id": "2", "children": [
+            {"@Skill.Wiring.Pin": {"name": "d", "id": "1", "value": "v", "peer": "/P/e"}}]}}]}})";
 
 /// Makes edits at random, few names long, so that what one step takes away another brings back.
 class Walker {
@@ -129,10 +129,10 @@ private:
     void import() {
         const auto id = std::to_string(below(3));
         if (below(2) == 0)
-            editor_.import(*any(), R"([{"@Skill.Bench.Pin": {"name": ")" + name() +
+            editor_.import(*any(), R"([{"@Skill.Wiring.Pin": {"name": ")" + name() +
                                        R"(", "id": ")" + id + R"(", "peer": "/R/)" + name() +
-                                       R"("}}, {"@Skill.Bench.Box": {"name": ")" + name() +
-                                       R"(", "id": "2", "children": [{"@Skill.Bench.Pin": )" +
+                                       R"("}}, {"@Skill.Wiring.Box": {"name": ")" + name() +
+                                       R"(", "id": "2", "children": [{"@Skill.Wiring.Pin": )" +
                                        R"({"name": "a", "id": "1"}}]}}])");
         else
             editor_.import(*any(), R"([{"@Skill.S7.Command": {"name": ")" + name() +

@@ -23,7 +23,7 @@ protected:
     }
 
     Project rack(std::string_view content) const {
-        return load(R"({"@Skill.Bench.Rack": {"name": "r", "children": [)" + documents(content) +
+        return load(R"({"@Skill.Wiring.Rack": {"name": "r", "children": [)" + documents(content) +
                     "]}}");
     }
 
@@ -82,17 +82,17 @@ private:
     static std::string element(const std::string& kind, Words& words) {
         const auto name = quoted(words.next());
         if (kind == "note")
-            return R"({"@Skill.Bench.Note": {"name": )" + name + "}}";
+            return R"({"@Skill.Wiring.Note": {"name": )" + name + "}}";
         const auto head = "\"name\": " + name + ", \"id\": " + quoted(words.next());
         if (kind == "box") {
             const auto children = words.take("{") ? list(words) : std::string();
-            return R"({"@Skill.Bench.Box": {)" + head + ", \"children\": [" + children + "]}}";
+            return R"({"@Skill.Wiring.Box": {)" + head + ", \"children\": [" + children + "]}}";
         }
         auto value = words.atElement() ? std::string("-") : words.next();
         const auto peer = words.atElement() ? std::string() : words.next();
         if (value == "-")
             value.clear();
-        return R"({"@Skill.Bench.Pin": {)" + head + ", \"value\": " + quoted(value) +
+        return R"({"@Skill.Wiring.Pin": {)" + head + ", \"value\": " + quoted(value) +
                ", \"peer\": " + quoted(peer) + "}}";
     }
 
@@ -248,9 +248,8 @@ TEST_F(ImportMergeTest, ResolvesReferencesInsideADocument) {
     // One to an element that is paired, one to a new one, one to neither.
     import(project, "box theirs 1 box new 2 pin a 1 - theirs pin b 2 - new pin c 3 - none");
     EXPECT_EQ(contentOf(project), "theirs, new, a=/r/theirs, b=/r/new, c=none");
-    EXPECT_EQ(
-        errorsOf(project),
-        std::vector<std::string>{R"(/r/c: Peer: the referenced element "none" does not exist)"});
+    EXPECT_EQ(errorsOf(project),
+              std::vector<std::string>{"/r/c: Peer: the referenced element “none” does not exist"});
 }
 
 TEST_F(ImportMergeTest, ResolvesReferencesByPathToWhatStandsInTheProject) {

@@ -32,25 +32,25 @@ using Names = std::vector<std::string>;
 
 TEST(PluginHost, DescribesWhatAPlugInBrings) {
     PluginHost plugins;
-    plugins.load(testPlugin("Bench"));
+    plugins.load(testPlugin("Wiring"));
 
     ASSERT_EQ(plugins.failures().size(), 0U);
     ASSERT_EQ(plugins.skills().size(), 1U);
     const auto& skill = plugins.skills().front();
-    EXPECT_EQ(skill.skillClass->name(), "Bench");
-    EXPECT_EQ(skill.file, testPlugin("Bench"));
+    EXPECT_EQ(skill.skillClass->name(), "Wiring");
+    EXPECT_EQ(skill.file, testPlugin("Wiring"));
     EXPECT_NE(skill.skill, nullptr);
 
     ASSERT_EQ(skill.classes.size(), 4U);
-    const Names keys{"@Skill.Bench.Rack", "@Skill.Bench.Box", "@Skill.Bench.Pin",
-                     "@Skill.Bench.Note"};
+    const Names keys{"@Skill.Wiring.Rack", "@Skill.Wiring.Box", "@Skill.Wiring.Pin",
+                     "@Skill.Wiring.Note"};
     for (std::size_t i = 0; i != keys.size(); ++i) {
         EXPECT_EQ(skill.classes[i].documentKey, keys[i]);
         EXPECT_EQ(skill.classes[i].topLevel, i == 0);
         EXPECT_EQ(plugins.findClass(keys[i]), &skill.classes[i]);
         EXPECT_EQ(&plugins.entryOf(*skill.classes[i].elementClass), &skill.classes[i]);
     }
-    EXPECT_EQ(plugins.findClass("@Skill.Bench.Shelf"), nullptr);
+    EXPECT_EQ(plugins.findClass("@Skill.Wiring.Shelf"), nullptr);
     EXPECT_EQ(plugins.findClass("@Skill.S7.PLC"), nullptr);
 }
 
@@ -58,36 +58,36 @@ TEST(PluginHost, UnloadsWithEverythingThatThePlugInsBrought) {
     for (int round = 0; round != 3; ++round) {
         {
             PluginHost plugins;
-            plugins.load(testPlugin("Bench"));
+            plugins.load(testPlugin("Wiring"));
             plugins.load(CORVANE_OWN_PLUGIN);
-            EXPECT_EQ(skillNames(plugins), (Names{"Bench", "S7"}));
+            EXPECT_EQ(skillNames(plugins), (Names{"Wiring", "S7"}));
             EXPECT_EQ(registeredSkills(), 2U);
         }
         EXPECT_EQ(registeredSkills(), 0U);
-        EXPECT_FALSE(isInMemory(testPlugin("Bench")));
+        EXPECT_FALSE(isInMemory(testPlugin("Wiring")));
         EXPECT_FALSE(isInMemory(CORVANE_OWN_PLUGIN));
     }
 }
 
 TEST(PluginHost, PassesOverAFileThatIsLoaded) {
     const TemporaryFolder folder;
-    std::filesystem::create_symlink(testPlugin("Bench"), folder.path() / "Again.so");
+    std::filesystem::create_symlink(testPlugin("Wiring"), folder.path() / "Again.so");
     PluginHost plugins;
-    plugins.load(testPlugin("Bench"));
-    plugins.load(testPlugin("Bench"));
+    plugins.load(testPlugin("Wiring"));
+    plugins.load(testPlugin("Wiring"));
     plugins.load(folder.path() / "Again.so");
-    EXPECT_EQ(skillNames(plugins), Names{"Bench"});
+    EXPECT_EQ(skillNames(plugins), Names{"Wiring"});
     EXPECT_EQ(plugins.failures().size(), 0U);
 }
 
 TEST(PluginHost, LoadsAFolderInTheOrderOfNames) {
     const TemporaryFolder folder;
-    std::filesystem::create_symlink(testPlugin("Bench"), folder.path() / "b.so");
+    std::filesystem::create_symlink(testPlugin("Wiring"), folder.path() / "b.so");
     std::filesystem::create_symlink(CORVANE_OWN_PLUGIN, folder.path() / "a.so");
     folder.write("c.txt", "no plug-in");
     PluginHost plugins;
     plugins.loadFolder(folder.path());
-    EXPECT_EQ(skillNames(plugins), (Names{"S7", "Bench"}));
+    EXPECT_EQ(skillNames(plugins), (Names{"S7", "Wiring"}));
     EXPECT_EQ(plugins.failures().size(), 0U);
 }
 
@@ -114,11 +114,11 @@ class BrokenPluginTest : public testing::TestWithParam<BrokenPlugin> {};
 TEST_P(BrokenPluginTest, IsReportedAndLeavesTheOthersAlone) {
     const auto file = testPlugin(GetParam().name);
     PluginHost plugins;
-    plugins.load(testPlugin("Bench"));
+    plugins.load(testPlugin("Wiring"));
     plugins.load(file);
     plugins.load(CORVANE_OWN_PLUGIN);
 
-    EXPECT_EQ(skillNames(plugins), (Names{"Bench", "S7"}));
+    EXPECT_EQ(skillNames(plugins), (Names{"Wiring", "S7"}));
     ASSERT_EQ(plugins.failures().size(), 1U);
     EXPECT_EQ(plugins.failures().front().file, file);
     EXPECT_EQ(plugins.failures().front().reason, GetParam().reason);
@@ -130,10 +130,10 @@ INSTANTIATE_TEST_SUITE_P(
     PluginHost, BrokenPluginTest,
     testing::Values(BrokenPlugin{"MissingSymbol", "undefined symbol: corvaneSymbolThatNobodyHas"},
                     BrokenPlugin{"NoSkill", "it brings no skill"},
-                    BrokenPlugin{"DuplicateName", "the skill name “Bench” is taken by " +
-                                                      testPlugin("Bench").string()},
+                    BrokenPlugin{"DuplicateName", "the skill name “Wiring” is taken by " +
+                                                      testPlugin("Wiring").string()},
                     BrokenPlugin{"DuplicateUuid", "the UUID of the skill “Impostor” is taken by " +
-                                                      testPlugin("Bench").string()},
+                                                      testPlugin("Wiring").string()},
                     BrokenPlugin{"DuplicateClass", "the element class “Thing” is registered twice"},
                     BrokenPlugin{"ThrowingException", "the licence has ended"},
                     BrokenPlugin{"ThrowingNumber", "it threw what is no exception"},

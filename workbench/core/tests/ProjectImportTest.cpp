@@ -48,37 +48,37 @@ private:
     }
 };
 
-constexpr std::string_view kBench = R"({"@Skill.Bench.Rack": {"name": "r", "children": [
-    {"@Skill.Bench.Box": {"name": "b", "id": "1", "children": [
-        {"@Skill.Bench.Pin": {"name": "p", "id": "1", "value": "v", "peer": "/r/later"}}]}},
-    {"@Skill.Bench.Pin": {"name": "q", "id": "2", "peer": "/r/b"}}]}})";
+constexpr std::string_view kWiring = R"({"@Skill.Wiring.Rack": {"name": "r", "children": [
+    {"@Skill.Wiring.Box": {"name": "b", "id": "1", "children": [
+        {"@Skill.Wiring.Pin": {"name": "p", "id": "1", "value": "v", "peer": "/r/later"}}]}},
+    {"@Skill.Wiring.Pin": {"name": "q", "id": "2", "peer": "/r/b"}}]}})";
 
 } // namespace
 
 TEST_F(ProjectImportTest, ChangesNothingWhenADocumentFailsHalfWay) {
     // The beginning is good, would replace and rename, and brings what is waited for.
-    const std::string good = R"({"@Skill.Bench.Box": {"name": "renamed", "id": "1", "children": [
-            {"@Skill.Bench.Pin": {"name": "n", "id": "1", "value": "new", "peer": "later"}}]}},
-        {"@Skill.Bench.Box": {"name": "later", "id": "9"}})";
+    const std::string good = R"({"@Skill.Wiring.Box": {"name": "renamed", "id": "1", "children": [
+            {"@Skill.Wiring.Pin": {"name": "n", "id": "1", "value": "new", "peer": "later"}}]}},
+        {"@Skill.Wiring.Box": {"name": "later", "id": "9"}})";
     const std::vector<std::pair<std::string, std::string>> documents{
-        {"[" + good, "malformed JSON: unexpected end of the text (line 3, column 59)"},
+        {"[" + good, "malformed JSON: unexpected end of the text (line 3, column 60)"},
         {"[" + good + "] ,",
-         "malformed JSON: unexpected text behind the outermost value (line 3, column 61)"},
+         "malformed JSON: unexpected text behind the outermost value (line 3, column 62)"},
         {R"({"elements": []})", "expected an array, found an object (line 1, column 1)"},
-        {"[" + good + ", 3]", "expected an object, found a number (line 3, column 61)"},
-        {"[" + good + R"(, {"@Skill.Bench.Shelf": {"name": "s"}}])",
-         R"(no loaded plug-in has the element class “@Skill.Bench.Shelf”)"},
-        {"[" + good + R"(, {"@Skill.Bench.Rack": {"name": "s"}}])",
-         R"(member "@Skill.Bench.Rack": an element of this class cannot stand here )"
-         "(line 3, column 61)"},
-        {"[" + good + R"(, {"@Skill.Bench.Pin": {"name": "s", "volume": 1}}])",
+        {"[" + good + ", 3]", "expected an object, found a number (line 3, column 62)"},
+        {"[" + good + R"(, {"@Skill.Wiring.Shelf": {"name": "s"}}])",
+         R"(no loaded plug-in has the element class “@Skill.Wiring.Shelf”)"},
+        {"[" + good + R"(, {"@Skill.Wiring.Rack": {"name": "s"}}])",
+         R"(member "@Skill.Wiring.Rack": an element of this class cannot stand here )"
+         "(line 3, column 62)"},
+        {"[" + good + R"(, {"@Skill.Wiring.Pin": {"name": "s", "volume": 1}}])",
          R"(element “/r/s”: unknown member “volume”)"},
-        {"[" + good + R"(, {"@Skill.Bench.Box": {"name": "s", "children": [
-            {"@Skill.Bench.Note": {"name": "t", "text": "unreadable"}}]}}])",
+        {"[" + good + R"(, {"@Skill.Wiring.Box": {"name": "s", "children": [
+            {"@Skill.Wiring.Note": {"name": "t", "text": "unreadable"}}]}}])",
          R"(element “/r/s/t”: the note cannot be read)"},
     };
     for (const auto& [document, message] : documents) {
-        auto project = load(kBench);
+        auto project = load(kWiring);
         const auto elements = elementsOf(project);
         const auto errors = errorsOf(project);
         EXPECT_EQ(errors.size(), 1U);
@@ -97,12 +97,12 @@ TEST_F(ProjectImportTest, ChangesNothingWhenADocumentFailsHalfWay) {
 // A file may declare a variable without a name. A project file holds none: its elements have been
 // given names.
 TEST_F(ProjectImportTest, GivesANameToWhatHasNone) {
-    auto project = load(kBench);
+    auto project = load(kWiring);
     const std::string_view document =
-        R"([{"@Skill.Bench.Pin": {"name": "", "id": "7", "peer": "named"}},
-            {"@Skill.Bench.Box": {"name": "named", "id": "8", "children": [
-                {"@Skill.Bench.Pin": {"name": "", "id": "1", "value": "deep"}},
-                {"@Skill.Bench.Note": {"name": ""}}]}}])";
+        R"([{"@Skill.Wiring.Pin": {"name": "", "id": "7", "peer": "named"}},
+            {"@Skill.Wiring.Box": {"name": "named", "id": "8", "children": [
+                {"@Skill.Wiring.Pin": {"name": "", "id": "1", "value": "deep"}},
+                {"@Skill.Wiring.Note": {"name": ""}}]}}])";
     importDocument(project, project.element("/r"), std::string(document));
     for (const auto* const path : {"/r/Unnamed", "/r/named/Unnamed", "/r/named/Unnamed 2"})
         EXPECT_NE(project.model().findElement(path), nullptr) << path;
@@ -204,12 +204,12 @@ private:
         const auto kind = below(distinct ? 4 : 5);
         auto head = R"("name": ")" + std::string(name()) + "\"";
         if (kind == 4)
-            return R"({"@Skill.Bench.Note": {)" + head + "}}";
+            return R"({"@Skill.Wiring.Note": {)" + head + "}}";
         head += R"(, "id": ")" + std::to_string(id) + "\"";
         if (kind < 2 || depth == 0)
-            return R"({"@Skill.Bench.Pin": {)" + head + R"(, "value": ")" +
+            return R"({"@Skill.Wiring.Pin": {)" + head + R"(, "value": ")" +
                    std::to_string(below(100)) + R"(", "peer": ")" + std::string(peer()) + "\"}}";
-        return R"({"@Skill.Bench.Box": {)" + head + R"(, "children": [)" +
+        return R"({"@Skill.Wiring.Box": {)" + head + R"(, "children": [)" +
                list(depth - 1, distinct) + "]}}";
     }
 
@@ -221,7 +221,7 @@ TEST_F(ProjectImportTest, IsWhatLoadingAgainGivesWhateverIsImported) {
         SCOPED_TRACE(seed);
         RandomElements elements(seed);
         auto project =
-            load(R"({"@Skill.Bench.Rack": {"name": "r", "children": [)" + elements.any() + "]}}");
+            load(R"({"@Skill.Wiring.Rack": {"name": "r", "children": [)" + elements.any() + "]}}");
         for (int imports = 0; imports != 3; ++imports) {
             importDocument(project, project.element("/r"), "[" + elements.any() + "]");
             expectToBeAsReloaded(project);
@@ -239,7 +239,7 @@ TEST_F(ProjectImportTest, IsWhatLoadingAgainGivesWhateverIsImported) {
 }
 
 TEST_F(ProjectImportTest, FindsTheElementsThatImportAFile) {
-    auto project = load(R"({"@Skill.Bench.Rack": {"name": "r"}},
+    auto project = load(R"({"@Skill.Wiring.Rack": {"name": "r"}},
         {"@Skill.S7.PLC": {"name": "p", "children": [{"@Skill.S7.Command": {"name": "c"}}]}},
         {"@Skill.S7.PLC": {"name": "q"}})");
     const auto pathsOf = [](const std::vector<model::Element*>& elements) {
@@ -251,7 +251,7 @@ TEST_F(ProjectImportTest, FindsTheElementsThatImportAFile) {
     };
     using Paths = std::vector<std::string>;
     EXPECT_EQ(pathsOf(importTargets(project, ".db")), (Paths{"/p", "/q"}));
-    EXPECT_EQ(pathsOf(importTargets(project, ".bench")), (Paths{"/r"}));
+    EXPECT_EQ(pathsOf(importTargets(project, ".wiring")), (Paths{"/r"}));
     EXPECT_EQ(pathsOf(importTargets(project, ".txt")), Paths{});
 }
 
@@ -260,7 +260,7 @@ TEST_F(ProjectImportTest, MakesAnElementThatImportsAFile) {
     const auto* const first = addImportTarget(project, ".db");
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(first->path(), "/PLC");
-    const auto* const second = addImportTarget(project, ".bench");
+    const auto* const second = addImportTarget(project, ".wiring");
     ASSERT_NE(second, nullptr);
     EXPECT_EQ(second->path(), "/Rack");
     EXPECT_EQ(addImportTarget(project, ".txt"), nullptr);

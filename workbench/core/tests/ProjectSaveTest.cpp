@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kRack = R"({"@Skill.Bench.Rack": {"name": "a", "id": "r"}})";
+constexpr std::string_view kRack = R"({"@Skill.Wiring.Rack": {"name": "a", "id": "r"}})";
 
 std::string fileWith(std::string_view elements) {
     return R"({"corvane": 1, "elements": [)" + std::string(elements) + "]}";
@@ -54,18 +54,18 @@ private:
 } // namespace
 
 TEST_F(ProjectSaveTest, WritesOneLineForEachElement) {
-    auto project = open("p.json", R"({"@Skill.Bench.Rack": {"name": "a", "children": [
-        {"@Skill.Bench.Box": {"name": "b", "children": [
-            {"@Skill.Bench.Note": {"name": "\"n\"", "text": "ä\n"}}]}},
-        {"@Skill.Bench.Pin": {"name": "p", "peer": "/a/b"}}]}})");
+    auto project = open("p.json", R"({"@Skill.Wiring.Rack": {"name": "a", "children": [
+        {"@Skill.Wiring.Box": {"name": "b", "children": [
+            {"@Skill.Wiring.Note": {"name": "\"n\"", "text": "ä\n"}}]}},
+        {"@Skill.Wiring.Pin": {"name": "p", "peer": "/a/b"}}]}})");
     project.save();
     EXPECT_EQ(contentOf(folder.path() / "p.json"),
               R"({"corvane": 1, "elements": [
-  {"@Skill.Bench.Rack": {"name": "a", "id": "", "children": [
-    {"@Skill.Bench.Box": {"name": "b", "id": "", "children": [
-      {"@Skill.Bench.Note": {"name": "\"n\"", "text": "ä\n"}}
+  {"@Skill.Wiring.Rack": {"name": "a", "id": "", "children": [
+    {"@Skill.Wiring.Box": {"name": "b", "id": "", "children": [
+      {"@Skill.Wiring.Note": {"name": "\"n\"", "text": "ä\n"}}
     ]}},
-    {"@Skill.Bench.Pin": {"name": "p", "id": "", "value": "", "peer": "/a/b"}}
+    {"@Skill.Wiring.Pin": {"name": "p", "id": "", "value": "", "peer": "/a/b"}}
   ]}}
 ]}
 )");
@@ -79,7 +79,7 @@ TEST_F(ProjectSaveTest, SavesAgainAndAgain) {
     host::rename(project.element("/b"), "c");
     project.save();
     EXPECT_EQ(elementsOf(Project(plugins, folder.path() / "p.json")),
-              R"({"@Skill.Bench.Rack": {"name": "c", "id": "r"}})");
+              R"({"@Skill.Wiring.Rack": {"name": "c", "id": "r"}})");
 }
 
 TEST_F(ProjectSaveTest, CreatesAProjectThatDoesNotExist) {
@@ -108,8 +108,8 @@ TEST_F(ProjectSaveTest, LeavesTheOldFileWhereWritingFailsHalfWay) {
 }
 
 TEST_F(ProjectSaveTest, LeavesTheOldFileWhereAnElementCannotBeSaved) {
-    auto project = open("p.json", R"({"@Skill.Bench.Rack": {"name": "a", "children": [
-        {"@Skill.Bench.Note": {"name": "n", "text": "unsavable"}}]}})");
+    auto project = open("p.json", R"({"@Skill.Wiring.Rack": {"name": "a", "children": [
+        {"@Skill.Wiring.Note": {"name": "n", "text": "unsavable"}}]}})");
     const auto before = contentOf(folder.path() / "p.json");
     EXPECT_EQ(messageOf([&] { project.save(); }), "the note cannot be saved");
     EXPECT_EQ(contentOf(folder.path() / "p.json"), before);
@@ -169,7 +169,7 @@ TEST_F(ProjectSaveTest, SaysThatLinksLeadNowhere) {
 TEST_F(ProjectSaveTest, RefusesToOverwriteWhatChangedSinceItWasRead) {
     const auto file = folder.path() / "p.json";
     auto project = open("p.json");
-    const auto other = fileWith(R"({"@Skill.Bench.Rack": {"name": "other"}})");
+    const auto other = fileWith(R"({"@Skill.Wiring.Rack": {"name": "other"}})");
     folder.write("p.json", other);
     EXPECT_EQ(messageOf([&] { project.save(); }),
               file.string() + " was changed by another program and is not overwritten");
@@ -218,8 +218,8 @@ TEST_F(ProjectSaveTest, SaysWhichFileCannotBeRead) {
 
 TEST_F(ProjectSaveTest, AddsElementsWhereTheyAreAccepted) {
     auto project = load(kRack);
-    const auto& rack = *plugins.findClass("@Skill.Bench.Rack");
-    const auto& pin = *plugins.findClass("@Skill.Bench.Pin");
+    const auto& rack = *plugins.findClass("@Skill.Wiring.Rack");
+    const auto& pin = *plugins.findClass("@Skill.Wiring.Pin");
     auto& root = project.model().root();
     EXPECT_EQ(project.add(root, rack, "a").path(), "/a 2");
     EXPECT_EQ(project.add(project.element("/a"), pin, "p").path(), "/a/p");

@@ -44,7 +44,7 @@ std::expected<Element*, std::u16string> ElementReference::element() const {
     if (data_ != nullptr && data_->element_ != nullptr)
         return data_->element_;
     return std::unexpected(
-        i18n::fill(i18n::translate(kTextContext, "the referenced element \"{}\" does not exist"),
+        i18n::fill(i18n::translate(kTextContext, "the referenced element “{}” does not exist"),
                    {utils::string::detail::utf8ToUtf16(text())}));
 }
 

@@ -44,7 +44,7 @@ TEST_F(ElementReferenceTest, TheEmptyOneRefersToNothing) {
     EXPECT_EQ(none.text(), "");
     EXPECT_EQ(saved(none), R"({"feeder":""})");
     ASSERT_FALSE(none.element().has_value());
-    EXPECT_EQ(none.element().error(), u"the referenced element \"\" does not exist");
+    EXPECT_EQ(none.element().error(), u"the referenced element “” does not exist");
 }
 
 TEST_F(ElementReferenceTest, RefersToItsElement) {
@@ -103,7 +103,7 @@ TEST_F(ElementReferenceTest, RemovalLeavesTheLastPath) {
     EXPECT_EQ(target(toCell), nullptr);
     EXPECT_EQ(toCell.text(), "/line/cell");
     EXPECT_EQ(toPump.element().error(),
-              u"the referenced element \"/line/cell/big pump\" does not exist");
+              u"the referenced element “/line/cell/big pump” does not exist");
     EXPECT_EQ(saved(toPump), R"({"feeder":"/line/cell/big pump"})");
     EXPECT_EQ(toValve.element(), &valve_);
 
@@ -216,7 +216,7 @@ TEST_F(ElementReferenceTest, AValidatorSeesWhatComesAndGoes) {
     machine.validateReferences();
     ASSERT_NE(machine.error(bindings::PropertyId(machine.feeder)), nullptr);
     EXPECT_EQ(*machine.error(bindings::PropertyId(machine.feeder)),
-              u"the referenced element \"/line/valve\" does not exist");
+              u"the referenced element “/line/valve” does not exist");
 
     add<Machine>(line_, "valve");
     model_.resolveReferences();

@@ -213,7 +213,7 @@ TEST(ItemCommand, IsMissedByTheHostInItsOwnWords) {
     const auto element = item.command.element();
     ASSERT_FALSE(element);
     EXPECT_EQ(errorAt(item, item.command), utf8(element.error()));
-    EXPECT_EQ(errorAt(item, item.command), "the referenced element \"/PLC/Gone\" does not exist");
+    EXPECT_EQ(errorAt(item, item.command), "the referenced element “/PLC/Gone” does not exist");
 }
 
 TEST(ItemCommand, MayBeAnyCommandWhereThereIsNoPlc) {

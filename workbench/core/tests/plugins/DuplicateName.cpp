@@ -4,7 +4,7 @@ namespace corvane::workbench::test {
 
 namespace {
 
-const GivenSkill kSkill(kBenchName, numberedUuid(20));
+const GivenSkill kSkill(kWiringName, numberedUuid(20));
 
 } // namespace
 

@@ -4,7 +4,7 @@ namespace corvane::workbench::test {
 
 namespace {
 
-const GivenSkill kSkill("Impostor", kBenchUuid);
+const GivenSkill kSkill("Impostor", kWiringUuid);
 
 } // namespace
 

@@ -45,7 +45,7 @@ constexpr utils::core::Uuid numberedUuid(std::uint8_t number) {
 }
 
 /// Of the good plug-in, which others claim.
-inline constexpr std::string_view kBenchName = "Bench";
-inline constexpr utils::core::Uuid kBenchUuid = numberedUuid(1);
+inline constexpr std::string_view kWiringName = "Wiring";
+inline constexpr utils::core::Uuid kWiringUuid = numberedUuid(1);
 
 } // namespace corvane::workbench::test

@@ -26,7 +26,7 @@ protected:
                             config::Context& context);
 };
 
-/// Stands at the top. Its form imports ".bench" files, which hold import documents as they are.
+/// Stands at the top. Its form imports ".wiring" files, which hold import documents as they are.
 class Rack final : public Identified {
 public:
     class Binding;

@@ -1,4 +1,4 @@
-#include "Bench.hpp"
+#include "Wiring.hpp"
 
 #include "GivenSkill.hpp"
 
@@ -33,7 +33,7 @@ readDocument(const std::filesystem::path& file) {
     std::ifstream stream(file);
     if (!stream)
         return std::unexpected(
-            ui::ImportFailure{.text = u"the bench cannot read " + utf8ToUtf16(file.string())});
+            ui::ImportFailure{.text = u"the wiring cannot read " + utf8ToUtf16(file.string())});
     return ui::ImportedDocument{
         .text = {std::istreambuf_iterator<char>(stream), {}}, .memory = {}, .warnings = {}};
 }
@@ -54,7 +54,7 @@ void Identified::save(encoder::Object& members) const { members.addStringView("i
 std::optional<utils::core::Uuid> Identified::importId() const {
     if (id.empty())
         return std::nullopt;
-    return utils::core::Uuid::createVersion5(kBenchUuid, id);
+    return utils::core::Uuid::createVersion5(kWiringUuid, id);
 }
 
 bool Identified::loadMember(std::string_view, decoder::Value, config::Context&) { return false; }
@@ -63,7 +63,7 @@ class Rack::Binding final : public skill::ElementBinding<Rack> {
 public:
     explicit Binding(Rack& rack)
         : ElementBinding(rack),
-          import_("import", {.label = u"Import", .description = {}, .help = {}}, ".bench",
+          import_("import", {.label = u"Import", .description = {}, .help = {}}, ".wiring",
                   readDocument) {}
     void buildForm(ui::Form form) override { form.add(import_); }
 
@@ -161,7 +161,7 @@ using skill::ElementFactory;
 constexpr skill::ClassIdentity identity(std::string_view name, std::uint8_t number) {
     return {.name = name,
             .uuid = numberedUuid(number),
-            .description = "part of a test bench",
+            .description = "part of a wiring",
             .displayName = name,
             .shortName = name,
             .classCode = number};
@@ -188,7 +188,7 @@ constinit const std::array<const skill::Element::Class*, 3> kParts{&kBoxClass, &
 constinit const std::array<const skill::Element::Class*, 4> kClasses{&kRackClass, &kBoxClass,
                                                                      &kPinClass, &kNoteClass};
 
-const GivenSkill kSkill(kBenchName, kBenchUuid, kClasses);
+const GivenSkill kSkill(kWiringName, kWiringUuid, kClasses);
 
 } // namespace
 
