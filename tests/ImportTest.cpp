@@ -7,26 +7,6 @@ namespace corvane::test {
 
 namespace {
 
-constexpr std::string_view kMotorSource = R"(DATA_BLOCK "Motor_Data"
-{ S7_Optimized_Access := 'FALSE' }
-VERSION : 0.1
-NON_RETAIN
-   STRUCT
-      Speed : Int;   // rpm
-      Running { ExternalWritable := 'False'} : Bool := TRUE;
-      Name : String[20];
-      Temps : Array[0..3] of Real;
-      Axis : Struct
-         Pos : DInt;
-         Hidden { ExternalAccessible := 'False'; ExternalWritable := 'False'} : Bool;
-      END_STRUCT;
-   END_STRUCT;
-BEGIN
-   Speed := 100;
-   Name := 'M1';
-END_DATA_BLOCK
-)";
-
 constexpr std::string_view kTwoPlcs = R"({"corvane": 1, "elements": [
   {"@Skill.S7.PLC": {"name": "North", "address": "10.0.0.1", "rack": 0, "slot": 1}},
   {"@Skill.S7.PLC": {"name": "South/East", "address": "10.0.0.2", "rack": 0, "slot": 1}}
@@ -45,6 +25,10 @@ Result withHint(Result result, std::string_view hint) {
     return result;
 }
 
+void copyMotorSource(const Sandbox& place) {
+    copy_file(sources() / "motor_data.db", place.folder() / "motor.db");
+}
+
 std::string onlyShown(std::string_view file) {
     return "Imported " + std::string(file) +
            " into a new S7 Compatible PLC, which is only shown (--project FILE keeps it).\n\n";
@@ -54,7 +38,7 @@ std::string onlyShown(std::string_view file) {
 
 TEST(Import, ShowsTheTreeWithTypesAndEffectiveAddresses) {
     const Sandbox place;
-    place.write("motor.db", kMotorSource);
+    copyMotorSource(place);
     EXPECT_EQ(place.run({"import", "motor.db"}), done(onlyShown("motor.db") +
                                                       R"(  Data Block  Data Item  Structure  Bytes
   Motor_Data          8          1     46
@@ -91,7 +75,7 @@ TEST(Import, NamesAVariableThatHasNoName) {
 
 TEST(Import, PrintsTheDocument) {
     const Sandbox place;
-    place.write("motor.db", kMotorSource);
+    copyMotorSource(place);
     const auto item = [](std::string_view name, std::string_view typeAndAddress, bool writable) {
         return R"({"@Skill.S7.Item":{"name":")" + std::string(name) + R"(","dataType":)" +
                std::string(typeAndAddress) + R"(","writable":)" + (writable ? "true" : "false") +

@@ -227,6 +227,8 @@ fs::path examples() { return CORVANE_EXAMPLES; }
 
 fs::path expectedListings() { return CORVANE_EXPECTED; }
 
+fs::path sources() { return CORVANE_SOURCES; }
+
 fs::path testPlugins() { return CORVANE_TEST_PLUGINS; }
 
 fs::path ownPlugin() { return CORVANE_OWN_PLUGIN; }

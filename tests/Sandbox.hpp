@@ -84,6 +84,9 @@ private:
 /// The folder of the listings that the examples' imports are compared with.
 [[nodiscard]] std::filesystem::path expectedListings();
 
+/// The folder of the sources that the plug-in's own tests import.
+[[nodiscard]] std::filesystem::path sources();
+
 /// The folder of the plug-ins that are made for the tests, good ones and broken ones.
 [[nodiscard]] std::filesystem::path testPlugins();
 

@@ -74,25 +74,7 @@ std::string members(std::string_view declarations) {
 }
 
 TEST(DbFileParser, ReadsAWholeDataBlock) {
-    const auto records = read(R"(DATA_BLOCK "Motor_Data"
-{ S7_Optimized_Access := 'FALSE' }
-VERSION : 0.1
-NON_RETAIN
-   STRUCT
-      Speed : Int;   // rpm
-      Running { ExternalWritable := 'False'} : Bool := TRUE;
-      Name : String[20];
-      Temps : Array[0..3] of Real;
-      Axis : Struct
-         Pos : DInt;
-         Hidden { ExternalAccessible := 'False'; ExternalWritable := 'False'} : Bool;
-      END_STRUCT;
-   END_STRUCT;
-BEGIN
-   Speed := 100;
-   Name := 'M1';
-END_DATA_BLOCK
-)");
+    const auto records = read(testing::readFile(testing::goldenFolder() / "motor_data.db"));
     ASSERT_EQ(records.size(), 1U);
     EXPECT_EQ(records[0].name, "Motor_Data");
     EXPECT_EQ(records[0].dbNumber, std::nullopt);

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,14 +20,9 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kFailing = "fail_";
 
-std::string readFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::vector<fs::path> sources() {
     std::vector<fs::path> paths;
-    for (const fs::directory_entry& entry : fs::directory_iterator(S7_GOLDEN_DIRECTORY))
+    for (const fs::directory_entry& entry : fs::directory_iterator(testing::goldenFolder()))
         if (entry.path().extension() == ".db")
             paths.push_back(entry.path());
     std::ranges::sort(paths);
@@ -50,7 +44,7 @@ std::string inLines(std::string_view document) {
 class ImportGoldenTest : public ::testing::TestWithParam<fs::path> {};
 
 TEST_P(ImportGoldenTest, GivesWhatIsExpected) {
-    const std::string source = readFile(GetParam());
+    const std::string source = testing::readFile(GetParam());
     const bool failing = GetParam().stem().native().starts_with(kFailing);
     std::string actual;
     if (failing)
@@ -61,14 +55,14 @@ TEST_P(ImportGoldenTest, GivesWhatIsExpected) {
     expectation.replace_extension(failing ? ".txt" : ".json");
     if (std::getenv("CORVANE_UPDATE_GOLDEN") != nullptr)
         std::ofstream(expectation, std::ios::binary) << actual;
-    EXPECT_EQ(actual, readFile(expectation));
+    EXPECT_EQ(actual, testing::readFile(expectation));
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, ImportGoldenTest, ::testing::ValuesIn(sources()),
                          [](const auto& one) { return one.param.stem().string(); });
 
 TEST(ImportGolden, EveryExpectationHasItsSource) {
-    for (const fs::directory_entry& entry : fs::directory_iterator(S7_GOLDEN_DIRECTORY)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(testing::goldenFolder())) {
         fs::path source = entry.path();
         EXPECT_TRUE(fs::exists(source.replace_extension(".db"))) << entry.path();
     }

@@ -17,6 +17,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -121,6 +124,14 @@ std::string errorOf(const Action& action) {
 
 inline std::string importError(std::string_view source, const ImportLimits& limits = {}) {
     return errorOf([&] { static_cast<void>(import(source, emptyPlc(), limits)); });
+}
+
+/// The folder of the whole files that are imported.
+inline std::filesystem::path goldenFolder() { return S7_GOLDEN_DIRECTORY; }
+
+inline std::string readFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 /// A file with one data block, called Data, of these members.
