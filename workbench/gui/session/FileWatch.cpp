@@ -29,15 +29,17 @@ FileWatch::FileWatch(QObject* parent) : QObject(parent) {
     connect(&settle_, &QTimer::timeout, this, &FileWatch::look);
 }
 
-void FileWatch::watch(const std::filesystem::path& file) {
+void FileWatch::watch(const std::filesystem::path& file,
+                      const std::optional<core::FileIdentity>& known) {
     if (const auto watched = watcher_.files() + watcher_.directories(); !watched.isEmpty())
         watcher_.removePaths(watched);
     settle_.stop();
     file_ = file;
     if (file_.empty())
         return;
-    known_ = stateOf(file_);
+    known_ = known ? *known : stateOf(file_);
     told_ = known_;
+    settle_.start(); // what happened before the watch
     const auto path = toQt(std::string_view(file_.native()));
     const auto folder = std::filesystem::absolute(file_).parent_path();
     watcher_.addPaths({path, toQt(std::string_view(folder.native()))});

@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <filesystem>
+#include <optional>
 
 namespace corvane::workbench::gui {
 
@@ -16,9 +17,13 @@ class FileWatch : public QObject {
 public:
     explicit FileWatch(QObject* parent);
 
-    /// Takes the file's present state for known, and watches it from now on; an empty path for
-    /// none. To be called after each reading and writing.
-    void watch(const std::filesystem::path& file);
+    /// Watches the file from now on; an empty path for none. `known` is the state in which we read
+    /// or wrote it last; without one its present state is taken for known.
+    void watch(const std::filesystem::path& file,
+               const std::optional<core::FileIdentity>& known = {});
+
+    /// The state in which we know the file.
+    [[nodiscard]] const core::FileIdentity& known() const { return known_; }
 
     /// Whether the file is in another state than the known one.
     [[nodiscard]] bool isChanged() const;

@@ -1,5 +1,6 @@
 #include "workbench/gui/session/ProjectFiles.hpp"
 
+#include "workbench/core/files/FileReplacement.hpp"
 #include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/session/Settings.hpp"
 
@@ -86,46 +87,64 @@ void ProjectFiles::save(Then then) {
         saveAs(std::move(then));
         return;
     }
-    if (watch_.isChanged() &&
-        !dialogs_->confirm(
-            window_,
-            {.title = translated(kContext, "File Changed on Disk"),
-             .text = translated(kContext,
-                                "“{}” was changed by another program since it was read. Saving "
-                                "overwrites those changes.",
-                                {name()}),
-             .accept = translated(kContext, "Overwrite"),
-             .reject = translated(kContext, "Cancel")}))
-        return;
-    write(file_, std::move(then));
+    if (!watch_.isChanged())
+        write(file_, watch_.known(), std::move(then));
+    else if (mayOverwrite())
+        write(file_, std::nullopt, std::move(then));
+}
+
+bool ProjectFiles::mayOverwrite() {
+    return dialogs_->confirm(
+        window_,
+        {.title = translated(kContext, "File Changed on Disk"),
+         .text = translated(kContext,
+                            "“{}” was changed by another program since it was read. Saving "
+                            "overwrites those changes.",
+                            {name()}),
+         .accept = translated(kContext, "Overwrite"),
+         .reject = translated(kContext, "Cancel")});
 }
 
 void ProjectFiles::saveAs(Then then) {
     const auto file = dialogs_->chooseProjectToSave(window_, file_);
     if (!file.isEmpty())
-        write(file, std::move(then));
+        write(file, std::nullopt, std::move(then));
 }
 
-// Whoever comes here was asked about what the file holds.
-void ProjectFiles::write(const QString& file, Then then) {
+// Another program may still change the file when it was looked at: what the user did not know then
+// is asked about now.
+void ProjectFiles::write(const QString& file, const std::optional<core::FileIdentity>& known,
+                         Then then) {
     if (session_->isBusy())
         return;
     session_->runner().run(
         translated(kContext, "Saving {}", {QFileInfo(file).fileName()}),
-        [&project = session_->project(), path = pathOf(file)] {
-            project.saveTo(path, core::Project::OnConflict::overwrite);
+        [&project = session_->project(), path = pathOf(file), known] {
+            project.saveTo(path, known);
         },
-        [this, file, then = std::move(then)](const std::exception_ptr& failure) {
+        [this, file, then = std::move(then)](const std::exception_ptr& failure) mutable {
             if (failure) {
-                notices_->showNotice(NoticeBar::Kind::error, messageOf(failure));
+                tellOfFailure(file, failure, std::move(then));
                 return;
             }
             notices_->clear();
             session_->markSaved();
-            setFile(file);
+            setFile(file, session_->project().fileIdentity());
             if (then)
                 then();
         });
+}
+
+void ProjectFiles::tellOfFailure(const QString& file, const std::exception_ptr& failure,
+                                 Then then) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const core::FileChangedError&) {
+        if (mayOverwrite())
+            write(file, std::nullopt, std::move(then));
+    } catch (...) {
+        notices_->showNotice(NoticeBar::Kind::error, messageOf(failure));
+    }
 }
 
 void ProjectFiles::whenSafe(Then then) {
@@ -147,9 +166,9 @@ void ProjectFiles::whenSafe(Then then) {
     }
 }
 
-void ProjectFiles::setFile(const QString& file) {
+void ProjectFiles::setFile(const QString& file, const std::optional<core::FileIdentity>& known) {
     file_ = file.isEmpty() ? QString() : QFileInfo(file).absoluteFilePath();
-    watch_.watch(pathOf(file_));
+    watch_.watch(pathOf(file_), known);
     if (!file_.isEmpty())
         settings::addRecentProject(file_);
     emit fileChanged();

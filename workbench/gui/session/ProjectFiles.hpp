@@ -5,7 +5,9 @@
 #include "workbench/gui/session/FileWatch.hpp"
 #include "workbench/gui/session/ProjectSession.hpp"
 
+#include <exception>
 #include <functional>
+#include <optional>
 
 namespace corvane::workbench::gui {
 
@@ -44,8 +46,13 @@ signals:
 
 private:
     void load(const QString& source, const QString& file, bool unsaved, Then then);
-    void write(const QString& file, Then then);
-    void setFile(const QString& file);
+    /// The file must be in the `known` state, unless the user was asked about what it holds.
+    void write(const QString& file, const std::optional<core::FileIdentity>& known, Then then);
+    void tellOfFailure(const QString& file, const std::exception_ptr& failure, Then then);
+    /// Asks whether what another program wrote may go.
+    [[nodiscard]] bool mayOverwrite();
+    /// `known` is the state in which we read or wrote the file; without it, its present one.
+    void setFile(const QString& file, const std::optional<core::FileIdentity>& known = {});
     void tellOfChange();
     void readAgain();
 

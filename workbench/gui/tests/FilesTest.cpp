@@ -1,5 +1,6 @@
 #include "GuiTesting.hpp"
 
+#include "workbench/core/files/FileLock.hpp"
 #include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/session/Settings.hpp"
 #include "workbench/gui/window/NativeDialogs.hpp"
@@ -116,6 +117,26 @@ TEST_F(FilesTest, ReadingAgainDiscardsUnsavedWorkByWord) {
     ASSERT_TRUE(settleUntil([&] { return element("/Renamed") != nullptr; }));
     EXPECT_FALSE(window().isWindowModified());
     EXPECT_EQ(notice(), "");
+}
+
+// Another program that holds the file's lock changes it after the window has looked at it.
+TEST_F(FilesTest, AFileThatChangesWhileItIsSavedIsNotOverwrittenUnasked) {
+    saved("shared.json");
+    select("/PLC");
+    type("Address", "10.0.0.1");
+    dialogs_.agree = false;
+    auto lock = std::optional(core::FileLock::acquire(toUtf8(path("shared.json"))));
+    action(Command::saveProject).trigger();
+    ASSERT_TRUE(session().isBusy());
+    writeFile("shared.json", "something else");
+    lock.reset();
+    ASSERT_TRUE(settleUntil([&] { return !dialogs_.confirmed.isEmpty(); }));
+    settle();
+    EXPECT_EQ(readFile(path("shared.json")), "something else");
+    EXPECT_TRUE(window().isWindowModified());
+    dialogs_.agree = true;
+    trigger(Command::saveProject);
+    EXPECT_TRUE(readFile(path("shared.json")).contains("10.0.0.1"));
 }
 
 TEST_F(FilesTest, AFileThatChangedOnDiskIsNotOverwrittenUnasked) {
