@@ -47,6 +47,27 @@ TEST_F(ShowTest, PrintsTheTree) {
 )"));
 }
 
+// A name of 41 columns is longer than the column is made for, one of 40 is not, be they of one byte
+// a column or of more.
+TEST_F(ShowTest, AlignsNamesUpToAWidth) {
+    const std::string narrow(40, 'n');
+    std::string wide;
+    for (int i = 0; i != 40; ++i)
+        wide += "ü";
+    const auto command = [](const std::string& name) {
+        return R"({"@Skill.S7.Command": {"name": ")" + name + R"("}})";
+    };
+    place.write("W.json", R"({"corvane": 1, "elements": [{"@Skill.S7.PLC": {"name": "PLC",
+        "address": "x", "children": [)" +
+                              command("a") + ", " + command("€uro") + ", " + command(narrow) +
+                              ", " + command(wide) + ", " + command("-" + wide) + "]}}]}");
+    EXPECT_EQ(place.run({"show", "W.json"}),
+              done("PLC  PLC  x  Rack number 0  Slot number 0\n"
+                   "  a" +
+                   std::string(41, ' ') + "Command\n  €uro" + std::string(38, ' ') + "Command\n  " +
+                   narrow + "  Command\n  " + wide + "  Command\n  -" + wide + "  Command\n"));
+}
+
 TEST_F(ShowTest, PrintsTheTreeOfOneElement) {
     EXPECT_EQ(place.run({"show", "P.json", "/PLC/Data/Größe"}), done(R"(Größe  Struct
   x/y~  Data  WString  DB5.DB2  String size 20

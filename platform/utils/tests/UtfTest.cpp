@@ -46,6 +46,22 @@ TEST(Utf, ConvertsBothWays) {
     }
 }
 
+// Texts of one character after the other are converted by words: wherever a word begins and ends,
+// what is not ASCII and what stands around it comes out the same.
+TEST(Utf, ConvertsAtEveryPlace) {
+    constexpr std::size_t kLongest = 20;
+    for (std::size_t size = 0; size <= kLongest; ++size)
+        for (std::size_t place = 0; place <= size; ++place)
+            for (const auto& [utf8, utf16] : kValid) {
+                std::string narrow(size, '~');
+                std::u16string wide(size, u'~');
+                narrow.insert(place, utf8);
+                wide.insert(place, utf16);
+                EXPECT_EQ(utf8ToUtf16(narrow), wide) << narrow;
+                EXPECT_EQ(utf16ToUtf8(wide), narrow) << narrow;
+            }
+}
+
 TEST(Utf, Appends) {
     std::u16string wide = u"x\u20ac";
     appendUtf16(wide, "a\xc3\xa9");

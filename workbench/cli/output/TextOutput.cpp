@@ -4,6 +4,7 @@
 #include <corvane/utils/numeric/FormatNumber.hpp>
 #include <corvane/utils/string/ControlCharacters.hpp>
 #include <corvane/utils/string/Utf.hpp>
+#include <corvane/utils/string/Word.hpp>
 
 #include <unistd.h>
 
@@ -46,8 +47,12 @@ std::string textOf(const ui::ControlValue& value) {
 }
 
 std::size_t widthOf(std::string_view utf8) {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        utf8, [](char c) { return (static_cast<unsigned char>(c) & 0xc0U) != 0x80U; }));
+    namespace word = utils::string::word;
+    std::size_t columns = utf8.size();
+    for (; utf8.size() >= word::kSize; utf8.remove_prefix(word::kSize))
+        columns -= word::countOf(word::continuations(word::load(utf8.data())));
+    const auto rest = word::loadShort(utf8.data(), utf8.size());
+    return columns - word::countOf(word::continuations(rest));
 }
 
 std::string padded(std::string_view text, std::size_t width) {
@@ -60,19 +65,10 @@ TextOutput::TextOutput()
       isColoured_(isTerminal_ && std::getenv("NO_COLOR") == nullptr),
       stream_(STDOUT_FILENO) {}
 
-void TextOutput::writeBold(std::string_view text) {
-    if (isColoured_)
-        stream_.write(kBold);
+void TextOutput::writeInBold(std::string_view text) {
+    stream_.write(kBold);
     write(text);
-    if (isColoured_)
-        stream_.write(kPlain);
-}
-
-void TextOutput::fill(std::size_t count) {
-    constexpr std::string_view kBlanks = "                                ";
-    for (; count > kBlanks.size(); count -= kBlanks.size())
-        stream_.write(kBlanks);
-    stream_.write(kBlanks.substr(0, count));
+    stream_.write(kPlain);
 }
 
 void TextOutput::writeDocument(function_ref<void(utils::io::OutputStream&)> write) {
@@ -85,7 +81,12 @@ void TextOutput::writeDocument(function_ref<void(utils::io::OutputStream&)> writ
     stream_.write(maskControlCharacters(document.take(), "\n"));
 }
 
-void TextOutput::writeMasked(std::string_view text) { stream_.write(maskControlCharacters(text)); }
+void TextOutput::writeMasked(std::string_view text) {
+    if (utils::string::hasControlCharacter(text))
+        stream_.write(maskControlCharacters(text));
+    else
+        stream_.write(text);
+}
 
 void printMessage(std::string_view line) { printLine(line, {}); }
 

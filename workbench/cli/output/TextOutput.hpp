@@ -5,6 +5,7 @@
 #include <corvane/workbench/ui/Control.hpp>
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,9 +43,22 @@ public:
             stream_.write(text);
     }
     /// As `write`, in bold where the output is coloured: on a terminal without NO_COLOR.
-    void writeBold(std::string_view text);
+    void writeBold(std::string_view text) {
+        if (isColoured_)
+            writeInBold(text);
+        else
+            write(text);
+    }
     /// Writes `count` blanks.
-    void fill(std::size_t count);
+    void fill(std::size_t count) {
+        constexpr std::string_view kBlanks = "                                ";
+        for (; count > kBlanks.size(); count -= kBlanks.size())
+            stream_.write(kBlanks);
+        // Copying the whole block takes a few instructions, however many of it are wanted.
+        char* const begin = stream_.reserve(kBlanks.size());
+        std::memcpy(begin, kBlanks.data(), kBlanks.size());
+        stream_.commit(begin + count);
+    }
     void endLine() { stream_.put('\n'); }
 
     void writeLine(std::string_view text) {
@@ -59,6 +73,7 @@ public:
 
 private:
     void writeMasked(std::string_view text);
+    void writeInBold(std::string_view text);
 
     bool isTerminal_;
     bool isColoured_;

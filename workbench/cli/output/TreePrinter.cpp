@@ -29,18 +29,28 @@ constexpr std::size_t kWidestName = 40; // columns; longer names push their line
 class Cells {
 public:
     /// Ends the cell that `text` was appended to.
-    void end() { ends_.push_back(text.size()); }
+    void end() { cells_.push_back({.end = text.size()}); }
 
-    [[nodiscard]] std::size_t size() const { return ends_.size(); }
+    [[nodiscard]] std::size_t size() const { return cells_.size(); }
     [[nodiscard]] std::string_view operator[](std::size_t index) const {
-        const auto begin = index == 0 ? 0 : ends_[index - 1];
-        return std::string_view(text).substr(begin, ends_[index] - begin);
+        const auto begin = index == 0 ? 0 : cells_[index - 1].end;
+        return std::string_view(text).substr(begin, cells_[index].end - begin);
     }
+
+    /// Measures a cell, as is needed of those with others behind them. Its width in columns.
+    std::size_t measure(std::size_t index) { return cells_[index].width = widthOf((*this)[index]); }
+    /// 0 for a cell that was not measured.
+    [[nodiscard]] std::size_t width(std::size_t index) const { return cells_[index].width; }
 
     std::string text;
 
 private:
-    std::vector<std::size_t> ends_;
+    struct Cell {
+        std::size_t end; // in the text
+        std::size_t width = 0;
+    };
+
+    std::vector<Cell> cells_;
 };
 
 /// The controls of a form that say something of its element, by their kinds.
@@ -102,7 +112,12 @@ private:
 class Reader {
 public:
     void append(model::Element& element, Cells& cells) {
-        auto& opened = forms_[&element.elementClass()];
+        // Elements of a class stand in long runs.
+        if (const auto* const own = &element.elementClass(); own != class_) {
+            class_ = own;
+            opened_ = &forms_[own];
+        }
+        auto& opened = *opened_;
         if (!opened || !opened->form.moveTo(element))
             opened = std::make_unique<Opened>(element);
         opened->details.appendTo(cells);
@@ -119,6 +134,8 @@ private:
     };
 
     std::map<const skill::Element::Class*, std::unique_ptr<Opened>> forms_;
+    const skill::Element::Class* class_ = nullptr; // the latest, whose form is
+    std::unique_ptr<Opened>* opened_ = nullptr;
 };
 
 /// The lines of siblings, whose columns are as wide as the widest of them needs.
@@ -140,39 +157,46 @@ public:
 
 private:
     void add(model::Element& element) {
-        nameWidth_ = std::max(nameWidth_, widthOf(element.name()));
+        const auto nameWidth = widthOf(element.name());
+        nameWidth_ = std::max(nameWidth_, nameWidth);
         const auto first = cells_.size();
         cells_.text += element.elementClass().shortName();
         cells_.end();
         reader_->append(element, cells_);
 
+        lines_.push_back({.firstCell = first, .endCell = cells_.size(), .nameWidth = nameWidth});
         const auto count = cells_.size() - first;
-        lineEnds_.push_back(cells_.size());
-        widths_.resize(std::max(widths_.size(), count));
+        if (count > widths_.size())
+            widths_.resize(count);
         for (std::size_t column = 0; column + 1 < count; ++column)
-            widths_[column] = std::max(widths_[column], widthOf(cells_[first + column]));
+            widths_[column] = std::max(widths_[column], cells_.measure(first + column));
     }
 
     void printLine(TextOutput& output, std::size_t index, std::size_t depth) const {
-        const auto& name = elements_[index]->name();
+        const auto [first, end, nameWidth] = lines_[index];
         output.fill(depth * kIndentation);
-        output.writeBold(name);
-        std::size_t missing = nameWidth_ - std::min(nameWidth_, widthOf(name));
-        const auto first = index == 0 ? 0 : lineEnds_[index - 1];
-        for (auto cell = first; cell != lineEnds_[index]; ++cell) {
+        output.writeBold(elements_[index]->name());
+        auto missing = nameWidth_ - std::min(nameWidth_, nameWidth);
+        for (auto cell = first; cell != end; ++cell) {
             output.fill(missing + kGap);
             output.write(cells_[cell]);
-            missing =
-                cell + 1 == lineEnds_[index] ? 0 : widths_[cell - first] - widthOf(cells_[cell]);
+            if (cell + 1 != end)
+                missing = widths_[cell - first] - cells_.width(cell);
         }
         output.endLine();
     }
 
+    struct Line {
+        std::size_t firstCell;
+        std::size_t endCell; // behind the last one
+        std::size_t nameWidth;
+    };
+
     core::ElementList elements_;
     Reader* reader_;
     Cells cells_;
-    std::vector<std::size_t> lineEnds_; // of each element: the cell behind its last one
-    std::vector<std::size_t> widths_;   // of each column
+    std::vector<Line> lines_;         // of each element
+    std::vector<std::size_t> widths_; // of each column
     std::size_t nameWidth_ = 0;
 };
 

@@ -135,25 +135,8 @@ PropertyController::subscribe(PropertyConfigurationContext& context, PropertyId 
     return {*this, static_cast<std::uint32_t>(subscriptions.size() - 1), configuration_};
 }
 
-// The offset of a field that the controller does not have is no other property's, however far away
-// it lies. What lies in front of the controller wraps around to far behind it.
-std::uint32_t PropertyController::offsetOf(PropertyId property) const {
-    const auto offset = reinterpret_cast<std::uintptr_t>(property.address()) -
-                        reinterpret_cast<std::uintptr_t>(this);
-    return static_cast<std::uint32_t>(std::min<std::uintptr_t>(offset, kLargestController));
-}
-
-PropertyId PropertyController::counterpartOf(const PropertyController& other,
-                                             PropertyId property) const {
-    return idOf(other.offsetOf(property));
-}
-
 void PropertyController::throwNoMember() {
     throw std::logic_error("internal_error: a property is no field of its controller");
-}
-
-PropertyId PropertyController::idOf(std::uint32_t offset) const {
-    return PropertyId(*(reinterpret_cast<const char*>(this) + offset));
 }
 
 void PropertyController::runValidator(const PropertyLayout::Property& property) {

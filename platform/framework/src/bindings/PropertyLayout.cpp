@@ -8,11 +8,6 @@
 
 namespace corvane::workbench::bindings {
 
-struct SharedLayout::Entry {
-    PropertyLayout layout;
-    std::size_t uses = 0;
-};
-
 /// Every layout in use: one per kind of controller, so a short list.
 struct SharedLayout::Pool {
     std::vector<std::unique_ptr<Entry>> entries;
@@ -53,9 +48,9 @@ SharedLayout& SharedLayout::operator=(SharedLayout&& other) noexcept {
     return *this;
 }
 
-const PropertyLayout& SharedLayout::get() const {
-    static const PropertyLayout none;
-    return entry_ == nullptr ? none : entry_->layout;
+const PropertyLayout& SharedLayout::none() {
+    static const PropertyLayout layout;
+    return layout;
 }
 
 void SharedLayout::release() {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 namespace corvane::utils::string {
 
@@ -15,15 +16,38 @@ namespace {
 
 constexpr char32_t kReplacement = 0xfffd;
 
+constexpr bool isAscii(char byte) { return (byte & 0x80) == 0; }
+constexpr bool isAscii(char16_t unit) { return unit < 0x80; }
+
 const char* skipAscii(const char* text, const char* end) {
     for (; static_cast<std::size_t>(end - text) >= word::kSize; text += word::kSize)
         if (const auto mask = word::notAscii(word::load(text)))
             return text + word::firstOf(mask);
-    return std::find_if(text, end, [](char c) { return (c & 0x80) != 0; });
+    return std::find_if_not(text, end, [](char c) { return isAscii(c); });
 }
 
-const char16_t* skipAscii(const char16_t* text, const char16_t* end) {
-    return std::find_if(text, end, [](char16_t c) { return c >= 0x80; });
+/// The bits of a word of characters that no ASCII has.
+template <class Character>
+constexpr std::uint64_t kBeyondAscii =
+    sizeof(Character) == 1 ? word::kHighBits : 0xff80ff80ff80ff80u;
+
+/// Copies ASCII from one encoding to the other up to the first character that is none, and moves
+/// both pointers behind it; there must be room for as many characters as there are. A word at a
+/// time, for as long as there is a whole one.
+template <class From, class To>
+void copyAscii(const From*& text, const From* end, To*& target) {
+    constexpr std::ptrdiff_t kCount = word::kSize / sizeof(From);
+    for (; end - text >= kCount; text += kCount, target += kCount) {
+        std::uint64_t characters = 0;
+        std::memcpy(&characters, text, word::kSize);
+        if ((characters & kBeyondAscii<From>) != 0)
+            break;
+        To copies[kCount];
+        std::transform(text, text + kCount, copies, [](From c) { return static_cast<To>(c); });
+        std::memcpy(target, copies, sizeof copies);
+    }
+    for (; text != end && isAscii(*text); ++text)
+        *target++ = static_cast<To>(*text);
 }
 
 /// What may follow a lead byte: how many bytes, and the range of the first of them. The others are
@@ -73,9 +97,8 @@ const char* skipValid(const char* text, const char* end) {
 }
 
 char16_t* toUtf16(const char* text, const char* end, char16_t* target) {
-    const char* ascii = skipAscii(text, end);
-    target = std::transform(text, ascii, target, [](char c) { return static_cast<char16_t>(c); });
-    for (text = ascii; text != end; text = skipMalformed(text, end)) {
+    copyAscii(text, end, target);
+    for (; text != end; text = skipMalformed(text, end)) {
         const char* valid = utf8::find_invalid(text, end);
         target = utf8::unchecked::utf8to16(text, valid, target);
         if (valid == end)
@@ -97,10 +120,9 @@ char32_t takeCharacter(const char16_t*& text, const char16_t* end) {
     return isHighSurrogate(first) || isLowSurrogate(first) ? kReplacement : char32_t{first};
 }
 
-char* toUtf8(const char16_t* text, const char16_t* ascii, const char16_t* end, char* target) {
-    target = std::transform(text, ascii, target, [](char16_t c) { return static_cast<char>(c); });
-    while (ascii != end)
-        target = encodeUtf8(takeCharacter(ascii, end), target);
+char* toUtf8(const char16_t* text, const char16_t* end, char* target) {
+    while (text != end)
+        target = encodeUtf8(takeCharacter(text, end), target);
     return target;
 }
 
@@ -133,14 +155,21 @@ void appendUtf16(std::u16string& target, std::string_view utf8) {
 }
 
 void appendUtf8(std::string& target, std::u16string_view utf16) {
-    const char16_t* const end = utf16.data() + utf16.size();
-    const char16_t* const ascii = skipAscii(utf16.data(), end);
-    const std::size_t old = target.size();
-    // A unit never becomes more than three bytes: a pair becomes four.
-    const std::size_t most = utf16.size() + 2 * static_cast<std::size_t>(end - ascii);
-    target.resize_and_overwrite(old + most, [&](char* begin, std::size_t) {
-        return toUtf8(utf16.data(), ascii, end, begin + old) - begin;
+    const char16_t* text = utf16.data();
+    const char16_t* const end = text + utf16.size();
+    std::size_t old = target.size();
+    target.resize_and_overwrite(old + utf16.size(), [&](char* begin, std::size_t) {
+        char* copied = begin + old;
+        copyAscii(text, end, copied);
+        return copied - begin;
     });
+    if (text == end)
+        return;
+    old = target.size();
+    // A unit never becomes more than three bytes: a pair becomes four.
+    target.resize_and_overwrite(
+        old + 3 * static_cast<std::size_t>(end - text),
+        [&](char* begin, std::size_t) { return toUtf8(text, end, begin + old) - begin; });
 }
 
 std::size_t validUtf8Prefix(std::string_view bytes) {

@@ -5,6 +5,7 @@
 #include <corvane/workbench/bindings/PropertyId.hpp>
 #include <corvane/workbench/bindings/PropertyLayout.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -90,7 +91,9 @@ public:
 
     /// The id here of what `property` is of `other`, a controller of the same class.
     [[nodiscard]] PropertyId counterpartOf(const PropertyController& other,
-                                           PropertyId property) const;
+                                           PropertyId property) const {
+        return idOf(other.offsetOf(property));
+    }
 
     [[nodiscard]] bool isVisible(PropertyId property) const;
 
@@ -124,9 +127,17 @@ private:
     friend class PropertyConfigurationContext;
     struct Dynamic;
 
-    [[nodiscard]] std::uint32_t offsetOf(PropertyId property) const;
+    // The offset of a field that the controller does not have is no other property's, however far
+    // away it lies. What lies in front of the controller wraps around to far behind it.
+    [[nodiscard]] std::uint32_t offsetOf(PropertyId property) const {
+        const auto offset = reinterpret_cast<std::uintptr_t>(property.address()) -
+                            reinterpret_cast<std::uintptr_t>(this);
+        return static_cast<std::uint32_t>(std::min<std::uintptr_t>(offset, kLargestController));
+    }
+    [[nodiscard]] PropertyId idOf(std::uint32_t offset) const {
+        return PropertyId(*(reinterpret_cast<const char*>(this) + offset));
+    }
     [[noreturn]] static void throwNoMember();
-    [[nodiscard]] PropertyId idOf(std::uint32_t offset) const;
     void runValidator(const PropertyLayout::Property& property);
     void setError(std::uint32_t offset, std::u16string text);
     void clearError(std::uint32_t offset);

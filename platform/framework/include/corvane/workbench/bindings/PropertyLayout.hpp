@@ -2,6 +2,7 @@
 
 #include <corvane/utils/Export.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <string>
@@ -59,11 +60,17 @@ public:
     ~SharedLayout() { release(); }
 
     /// The layout; an empty one where nothing was configured.
-    [[nodiscard]] const PropertyLayout& get() const;
+    [[nodiscard]] const PropertyLayout& get() const {
+        return entry_ == nullptr ? none() : entry_->layout;
+    }
 
 private:
-    struct Entry;
+    struct Entry {
+        PropertyLayout layout;
+        std::size_t uses = 0;
+    };
     struct Pool;
+    [[nodiscard]] static const PropertyLayout& none();
     void release();
     Entry* entry_ = nullptr;
 };

@@ -24,7 +24,13 @@ namespace corvane::utils::string {
     return isTwo && isControlCharacter(byte(1)) ? 2 : 0;
 }
 
-/// Whether there is a control character in `utf16`.
+/// Whether there is a control character in the text.
+[[nodiscard]] inline bool hasControlCharacter(std::string_view utf8) {
+    for (; !utf8.empty(); utf8.remove_prefix(1))
+        if (controlCharacterAtFront(utf8) != 0)
+            return true;
+    return false;
+}
 [[nodiscard]] inline bool hasControlCharacter(std::u16string_view utf16) {
     return std::ranges::any_of(utf16, [](char16_t unit) { return isControlCharacter(unit); });
 }

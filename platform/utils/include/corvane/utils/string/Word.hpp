@@ -27,6 +27,25 @@ inline std::uint64_t load(const char* text) {
     return word;
 }
 
+/// The `size` bytes at `text`, which are fewer than a word's, with zeros behind them.
+inline std::uint64_t loadShort(const char* text, std::size_t size) {
+    constexpr std::size_t kHalf = kSize / 2;
+    const auto byte = [text](std::size_t i) {
+        return std::uint64_t{static_cast<std::uint8_t>(text[i])} << (8 * i);
+    };
+    if (size < kHalf) // the middle byte may be the first or the last one, too
+        return size == 0 ? 0 : byte(0) | byte(size / 2) | byte(size - 1);
+    // Two halves, which say the same of the bytes that both have.
+    const auto half = [text](std::size_t begin) {
+        std::uint32_t bytes = 0;
+        std::memcpy(&bytes, text + begin, kHalf);
+        if constexpr (std::endian::native == std::endian::big)
+            bytes = std::byteswap(bytes);
+        return std::uint64_t{bytes} << (8 * begin);
+    };
+    return half(0) | half(size - kHalf);
+}
+
 /// The bytes that are `byte`.
 constexpr std::uint64_t equalTo(std::uint64_t word, char byte) {
     const std::uint64_t difference = word ^ repeat(static_cast<std::uint8_t>(byte));
@@ -41,9 +60,17 @@ constexpr std::uint64_t lessThan(std::uint64_t word, std::uint8_t limit) {
 /// The bytes beyond ASCII. Here no byte is marked wrongly.
 constexpr std::uint64_t notAscii(std::uint64_t word) { return word & kHighBits; }
 
+/// The bytes that continue a character of UTF-8. Here, too, no byte is marked wrongly.
+constexpr std::uint64_t continuations(std::uint64_t word) {
+    return word & ~(word << 1) & kHighBits;
+}
+
 /// Where the first marked byte stands; the mask must not be empty.
 constexpr std::size_t firstOf(std::uint64_t mask) {
     return static_cast<std::size_t>(std::countr_zero(mask)) / 8;
 }
+
+/// How many bytes are marked; for masks in which none is marked wrongly.
+constexpr std::size_t countOf(std::uint64_t mask) { return (mask >> 7) * repeat(1) >> 56; }
 
 } // namespace corvane::utils::string::word
