@@ -1,3 +1,4 @@
+#include "DbSource.hpp"
 #include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
@@ -115,6 +116,22 @@ TEST(Usage, AMissingReaderOfTheOutputIsAFailure) {
         const auto result = place.run(arguments, {.variables = {}, .output = "/dev/full"});
         EXPECT_EQ(result, failed("cannot write the file: No space left on device"));
     }
+}
+
+// The exit code says that the job failed, and the project is saved all the same.
+TEST(Usage, AMissingReaderOfTheOutputIsToldApartFromAProjectThatWasNotSaved) {
+    const Sandbox place;
+    place.write("a.db", dataBlock("Data", "x : Bool;"));
+    const std::vector<std::vector<std::string>> jobs{{"import", "a.db", "--project", "P.json"},
+                                                     {"add", "P.json", "/", "PLC", "Other"}};
+    for (const auto& arguments : jobs) {
+        const auto result = place.run(arguments, {.variables = {}, .output = "/dev/full"});
+        EXPECT_EQ(result,
+                  failed("cannot write the file: No space left on device; P.json was saved"));
+    }
+    const auto tree = place.printed({"show", "P.json"});
+    EXPECT_NE(tree.find("Other"), std::string::npos);
+    EXPECT_NE(tree.find("Data"), std::string::npos);
 }
 
 } // namespace corvane::test

@@ -233,7 +233,7 @@ ExitCode runReporting(const Job& job, Session& session) try {
     session.output().flush();
     return code;
 } catch (const std::exception& error) {
-    report(error.what());
+    report(session.tellingWhatWasSaved(error.what()));
     return kFailed;
 } catch (...) { // of a plug-in that throws what is no exception
     report("unknown error");

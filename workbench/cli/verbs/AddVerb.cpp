@@ -47,7 +47,7 @@ ExitCode run(const AddRequest& request, Session& session) {
     core::Editor editor(project);
     const auto& element =
         editor.add(parent, classOf(session.plugins(), request.elementClass), request.name);
-    project.save();
+    session.save(project, request.project);
     session.output().writeLine(element.path());
     return kDone;
 }

@@ -191,7 +191,7 @@ ExitCode import(const ImportRequest& request, Session& session) {
         if (request.project && !request.dryRun) {
             counts = core::countImported(changes, newTarget);
             if (!counts.isNothing())
-                project.save();
+                session.save(project, *request.project);
         }
     }
     if (request.dryRun) {
@@ -215,7 +215,7 @@ ExitCode run(const ImportRequest& request, Session& session) try {
 } catch (const RefusedFile& refusal) {
     return fail(request, session, ownFailure(refusal.what(), refusal.hint()));
 } catch (const std::exception& error) {
-    return fail(request, session, ownFailure(error.what()));
+    return fail(request, session, ownFailure(session.tellingWhatWasSaved(error.what())));
 } catch (...) { // of a plug-in that throws what is no exception
     return fail(request, session, ownFailure("unknown error"));
 }

@@ -10,7 +10,7 @@ ExitCode run(const RemoveRequest& request, Session& session) {
     auto project = session.openToChange(request.project);
     core::Editor editor(project);
     const auto losses = editor.remove(std::array{&project.element(request.path)});
-    project.save();
+    session.save(project, request.project);
     for (const auto& [holder, text] : losses)
         session.output().writeLine(holder->path() + " now refers to nothing: " + text + " is gone");
     return kDone;

@@ -9,7 +9,7 @@ ExitCode run(const RenameRequest& request, Session& session) {
     core::Editor editor(project);
     editor.rename(project.element(request.path), request.name);
     if (editor.isModified())
-        project.save();
+        session.save(project, request.project);
     return kDone;
 }
 

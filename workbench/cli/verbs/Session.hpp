@@ -7,6 +7,8 @@
 
 #include <filesystem>
 #include <span>
+#include <string>
+#include <utility>
 
 namespace corvane::workbench::cli {
 
@@ -40,6 +42,18 @@ public:
         return core::Project::openOrCreate(plugins_, file, lockToChange(file));
     }
 
+    /// Saves a project, and remembers that: who then cannot print what came of it can still tell.
+    void save(core::Project& project, const std::filesystem::path& file) {
+        project.save();
+        saved_ = file;
+    }
+
+    /// A message of failure, with what was done in spite of it.
+    [[nodiscard]] std::string tellingWhatWasSaved(std::string message) const {
+        return saved_.empty() ? std::move(message)
+                              : std::move(message) + "; " + saved_.string() + " was saved";
+    }
+
 private:
     [[nodiscard]] static core::FileLock lockToChange(const std::filesystem::path& file) {
         const ProgressLine waiting("Waiting for another program that changes " + file.string());
@@ -48,6 +62,7 @@ private:
 
     core::PluginHost plugins_;
     TextOutput output_;
+    std::filesystem::path saved_; // empty: nothing
 };
 
 } // namespace corvane::workbench::cli

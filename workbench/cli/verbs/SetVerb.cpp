@@ -40,7 +40,7 @@ ExitCode run(const SetRequest& request, Session& session) {
     core::Editor editor(project);
     editor.setValues(element, values);
     if (editor.isModified())
-        project.save();
+        session.save(project, request.project);
     return kDone;
 }
 
