@@ -96,7 +96,7 @@ TEST_F(FileLockTest, ReachesFromReadingToSaving) {
         EXPECT_NE(contentOf(file).find(R"("name": "a")"), std::string::npos);
     });
     std::this_thread::sleep_for(milliseconds(20));
-    first->add(first->model().root(), *plugins.findClass("@Skill.Bench.Rack"), "a");
+    first->add(first->model().root(), *plugins.findClass("@Skill.Wiring.Rack"), "a");
     first->save();
     second.join();
     first->save(); // takes the lock of the new file
