@@ -52,6 +52,15 @@ std::string dataBlock(std::string_view name, std::string_view declarations) {
            "\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n";
 }
 
+std::vector<std::string> listingOfProject(std::string project) {
+    const decoder::Document decoded(std::move(project));
+    auto elements = decoded.root().asObject().find("elements")->asArray();
+    const auto first = elements.next()->asObject().find("@Skill.S7.PLC");
+    Lister lister;
+    lister.listBlocks(first->asObject().find("children")->asArray());
+    return std::move(lister.lines);
+}
+
 std::vector<std::string> listingOf(std::string document) {
     const decoder::Document decoded(std::move(document));
     Lister lister;

@@ -14,6 +14,9 @@ namespace corvane::test {
 /// the data type and the address, tabs between them.
 [[nodiscard]] std::vector<std::string> listingOf(std::string document);
 
+/// The same of the first PLC in the text of a project file.
+[[nodiscard]] std::vector<std::string> listingOfProject(std::string project);
+
 /// A data block with all kinds of variables, and the places that they must get.
 extern const std::string_view kMixedSource;
 extern const std::vector<std::string> kMixedListing;

@@ -41,12 +41,16 @@ public:
 } // namespace
 
 TEST_F(DryRunTest, WhatIsRenamedIsNotUnchanged) {
-    EXPECT_EQ(dryRun("a.db", {"--at", "/PLC"}),
-              done("Importing a.db into P.json, /PLC, would change: 0 added, 1 updated, 2 renamed, "
-                   "1 unchanged.\n"
-                   "updated  /PLC/DB1/one\n"
-                   "renamed  /PLC/DB1, was DB2\n"
-                   "renamed  /PLC/DB2, was DB1\n"));
+    EXPECT_EQ(
+        dryRun("a.db", {"--at", "/PLC"}),
+        (Result{.exitCode = 0,
+                .out = "Importing a.db into P.json, /PLC, would change: 0 added, 1 updated, 2 "
+                       "renamed, 1 unchanged.\n"
+                       "updated  /PLC/DB1/one\n"
+                       "renamed  /PLC/DB1, was DB2\n"
+                       "renamed  /PLC/DB2, was DB1\n",
+                .err = "warning: /PLC/DB1: took the place of “DB2”, which the file calls "
+                       "“DB1”; the first of 2 such elements\n"}));
 }
 
 TEST_F(DryRunTest, IntoTheElementThatIsNamed) {

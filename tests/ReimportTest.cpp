@@ -44,6 +44,13 @@ std::string structure(std::string_view name, const std::vector<std::string>& chi
     return text + "\n      ]}}";
 }
 
+/// The warning of the one item whose name the file, which calls it "n", has for another.
+std::string misleading(const std::string& name) {
+    return "warning: /PLC/Data/" + name +
+           ": keeps its name, but the file calls it “n”, and another one “" + name +
+           "”; --match name would go by the names\n";
+}
+
 struct Reimport {
     std::string name;
     std::string before; // what stands in the PLC beside its commands
@@ -52,6 +59,7 @@ struct Reimport {
     int added;
     int updated;
     int renamed;
+    std::string warnings; // on standard error, at the first import
 
     friend std::ostream& operator<<(std::ostream& stream, const Reimport& reimport) {
         return stream << reimport.name;
@@ -91,13 +99,21 @@ TEST_P(ReimportTest, KeepsWhatIsTheUsers) {
     const Sandbox place;
     place.write("P.json", plcWith(reimport.before));
     place.write("a.db", reimport.source);
-    const auto preview = place.printed({"import", "a.db", "--project", "P.json", "--dry-run"});
+    const auto imported = [&](std::vector<std::string> more) {
+        std::vector<std::string> arguments{"import", "a.db", "--project", "P.json"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const auto result = place.run(arguments);
+        EXPECT_EQ(result.exitCode, 0) << result;
+        EXPECT_EQ(result.err, reimport.warnings);
+        return result.out;
+    };
+    const auto preview = imported({"--dry-run"});
     EXPECT_TRUE(countsOf(preview).starts_with(counted(reimport.added, "added, ") +
                                               counted(reimport.updated, "updated, ") +
                                               counted(reimport.renamed, "renamed, ")))
         << preview;
     const FileState before(place);
-    const auto report = place.printed({"import", "a.db", "--project", "P.json"});
+    const auto report = imported({});
     EXPECT_EQ(
         countsOf(report),
         counted(reimport.added, reimport.added == 1 ? "element added, " : "elements added, ") +
@@ -108,7 +124,7 @@ TEST_P(ReimportTest, KeepsWhatIsTheUsers) {
     EXPECT_EQ(before == once, reimport.before == reimport.after);
     EXPECT_EQ(place.printed({"show", "P.json", "--json"}), once.content);
 
-    const auto again = place.printed({"import", "a.db", "--project", "P.json"});
+    const auto again = place.run({"import", "a.db", "--project", "P.json"}).out;
     EXPECT_EQ(countsOf(again), "0 elements added, 0 updated");
     EXPECT_TRUE(FileState(place) == once) << "what changes nothing writes nothing";
 }
@@ -120,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(
                  block("Data", 5, {item("x", "Bool", "DB0.0", "Fast"), item("y", "Int", "DB2")}),
                  dataBlock("Data", "x : Bool; y : Int;"),
                  block("Data", 5, {item("x", "Bool", "DB0.0", "Fast"), item("y", "Int", "DB2")}), 0,
-                 0, 0},
+                 0, 0, ""},
         // The command goes with the name where the name has another address than before...
         Reimport{"aCommandIsKeptByPath",
                  block("Data", 5, {item("x", "Int", "DB0"), item("y", "Int", "DB2", "Fast")}),
@@ -128,12 +144,12 @@ INSTANTIATE_TEST_SUITE_P(
                  block("Data", 5,
                        {item("x", "DInt", "DB0"), item("y", "Int", "DB2", "Fast"),
                         item("y 2", "Int", "DB4", "Fast")}),
-                 1, 1, 0},
+                 1, 1, 0, "warning: /PLC/Data/y 2: got this name, since “y” was taken\n"},
         // ...and with the address where that has another name.
         Reimport{"aCommandAndANameAreKeptByAddress",
                  block("Data", 5, {item("mine", "Int", "DB0", "Fast")}),
                  dataBlock("Data", "theirs : Word;"),
-                 block("Data", 5, {item("mine", "Word", "DB0", "Fast")}), 0, 1, 0},
+                 block("Data", 5, {item("mine", "Word", "DB0", "Fast")}), 0, 1, 0, ""},
         Reimport{"nothingIsRemovedAndNewComesLast",
                  block("Data", 5, {item("gone", "Int", "DB8"), item("y", "Int", "DB2")}) +
                      block("Other", 9, {item("o", "Int", "DB0")}),
@@ -143,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(
                         item("x", "Int", "DB0"), item("z", "Int", "DB4")}) +
                      block("Other", 9, {item("o", "Int", "DB0")}) +
                      block("New", 10, {item("n", "Byte", "DB0")}),
-                 4, 0, 0},
+                 4, 0, 0, ""},
         Reimport{"structuresAreKnownByName",
                  block("Data", 5,
                        {structure("st", {item("a", "Int", "DB0", "Fast")}),
@@ -154,41 +170,46 @@ INSTANTIATE_TEST_SUITE_P(
                        {structure("st", {item("a", "Int", "DB0", "Fast")}),
                         structure("mine", {item("b", "Int", "DB2", "Fast")}),
                         structure("theirs", {item("b", "Int", "DB2")})}),
-                 2, 0, 0},
+                 2, 0, 0, ""},
         Reimport{"dataBlocksAreKnownByNumber", block("Motor", 5, {item("m", "Int", "DB0", "Fast")}),
                  dataBlock("DB5", "x : Int;"), block("DB5", 5, {item("m", "Int", "DB0", "Fast")}),
-                 0, 0, 1},
+                 0, 0, 1,
+                 "warning: /PLC/DB5: took the place of “Motor”, which the file calls “DB5”\n"},
         Reimport{"aRenamedDataBlockIsAnother", block("Mine", 5, {item("x", "Int", "DB0", "Fast")}),
                  dataBlock("Theirs", "x : Int;"),
                  block("Mine", 5, {item("x", "Int", "DB0", "Fast")}) +
                      block("Theirs", 6, {item("x", "Int", "DB0")}),
-                 2, 0, 0},
+                 2, 0, 0, ""},
         Reimport{"namesThatStateANumberAreExchanged",
                  block("DB1", 2, {item("two", "Int", "DB0", "Fast")}) +
                      block("DB2", 1, {item("one", "Int", "DB0")}),
                  dataBlock("DB1", "x : Int;") + dataBlock("DB2", "x : Int;"),
                  block("DB2", 2, {item("two", "Int", "DB0", "Fast")}) +
                      block("DB1", 1, {item("one", "Int", "DB0")}),
-                 0, 0, 2},
+                 0, 0, 2,
+                 "warning: /PLC/DB1: took the place of “DB2”, which the file calls “DB1”; the "
+                 "first of 2 such elements\n"},
         Reimport{"aNumberInTheNameOverridesTheOldOne",
                  block("DB12", 4, {item("x", "Int", "DB0", "Fast")}), dataBlock("DB12", "x : Int;"),
                  block("DB12", 4, {item("x", "Int", "DB0", "Fast")}) +
                      block("DB12 2", 12, {item("x", "Int", "DB0", "Fast")}),
-                 2, 0, 0},
+                 2, 0, 0, "warning: /PLC/DB12 2: got this name, since “DB12” was taken\n"},
         // A new variable has the name of one whose name was kept.
         Reimport{"aTakenNameGetsANumber", block("Data", 5, {item("b", "Int", "DB0", "Fast")}),
                  dataBlock("Data", "n : Int; b : Real; c : Struct b : Int; END_STRUCT;"),
                  block("Data", 5,
                        {item("b", "Int", "DB0", "Fast"), item("b 2", "Real", "DB2", "Fast"),
                         structure("c", {item("b", "Int", "DB6")})}),
-                 3, 0, 0},
+                 3, 0, 0,
+                 misleading("b") + "warning: /PLC/Data/b 2: got this name, since “b” was taken\n"},
         Reimport{
             "aStructureWhoseNameIsTakenIsFoundAgain",
             block("Data", 5, {item("st", "Int", "DB0", "Fast")}),
             dataBlock("Data", "n : Int; st : Struct b : Int; END_STRUCT;"),
             block("Data", 5,
                   {item("st", "Int", "DB0", "Fast"), structure("st 2", {item("b", "Int", "DB2")})}),
-            2, 0, 0}),
+            2, 0, 0,
+            misleading("st") + "warning: /PLC/Data/st 2: got this name, since “st” was taken\n"}),
     [](const auto& reimport) { return reimport.param.name; });
 
 TEST(ReimportOfItems, PrefersTheOneOfTheSameName) {

@@ -7,6 +7,7 @@ corvane_test(editing-tests
         RemovalTest.cpp
         Sandbox.cpp
         SetTest.cpp
+        WeeklyImportTest.cpp
         DbSource.cpp
     LIBRARIES CorvaneUtils
     DEFINITIONS

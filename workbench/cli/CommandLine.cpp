@@ -88,6 +88,30 @@ void addVerb(CLI::App& app, Job& job, const char* name, const char* help,
     });
 }
 
+/// By what the elements of a file are known to be those of the project.
+CLI::Option* addMatch(CLI::App& verb, core::Match& match) {
+    return verb
+        .add_option(
+            "--match",
+            [&match](const CLI::results_t& words) {
+                match =
+                    asGiven(words.front()) == "name" ? core::Match::path : core::Match::identity;
+                return true;
+            },
+            "What tells that an element of the file is one of the project: its \"address\" (as "
+            "without this option) or its \"name\"; by name, elements keep what is theirs "
+            "though the file has moved them")
+        ->check(CLI::Validator(
+            [](const std::string& word) {
+                const auto text = asGiven(word);
+                return text == "address" || text == "name"
+                           ? std::string()
+                           : "“" + text + "” is neither \"address\" nor \"name\"";
+            },
+            "", "match"))
+        ->option_text("address|name");
+}
+
 void addImport(CLI::App& app, Job& job) {
     addVerb<ImportRequest>(
         app, job, "import",
@@ -106,7 +130,19 @@ void addImport(CLI::App& app, Job& job) {
             auto* const document = verb.add_flag("--document", request.document,
                                                  "Print the import document and change nothing");
             verb.add_flag("--dry-run", request.dryRun,
-                          "Tell what would be added, updated and renamed, and save nothing")
+                          "Tell what would be added, updated, moved, renamed and removed, and what "
+                          "is missing in the file, and save nothing")
+                ->needs(project)
+                ->excludes(document);
+            addMatch(verb, request.options.match)->needs(project)->excludes(document);
+            verb.add_flag(
+                    "--remove-missing", request.options.removeMissing,
+                    "Remove what an import has brought and the file no longer has, in what the "
+                    "file declares; --dry-run shows what that would be")
+                ->needs(project)
+                ->excludes(document);
+            verb.add_flag("--verbose", request.verbose,
+                          "Tell of each element that changes, and of each value: old -> new")
                 ->needs(project)
                 ->excludes(document);
             verb.add_flag("--json", request.json, kJsonHelp);

@@ -1,10 +1,10 @@
 #include "workbench/cli/output/ImportFailurePrinter.hpp"
 #include "workbench/cli/output/ProgressLine.hpp"
 #include "workbench/cli/output/TreePrinter.hpp"
+#include "workbench/cli/verbs/ImportReportPrinter.hpp"
 #include "workbench/cli/verbs/ImportSummary.hpp"
 #include "workbench/cli/verbs/Session.hpp"
 #include "workbench/cli/verbs/Verbs.hpp"
-#include "workbench/core/import/ImportCounts.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
 #include "workbench/core/project/OpenForm.hpp"
 
@@ -15,7 +15,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
+#include <utility>
 
 namespace corvane::workbench::cli {
 
@@ -91,58 +91,26 @@ core::Project openFor(const ImportRequest& request, const Session& session) {
                    : core::Project::openOrCreate(session.plugins(), *request.project);
 }
 
-std::string counted(std::size_t count, std::string_view what) {
-    return std::to_string(count) + " " + std::string(what);
-}
-
-void report(const ImportRequest& request, Session& session, const model::Element& target,
+void report(const ImportRequest& request, Session& session, const MergedImport& merged,
             const core::ImportCounts& counts) {
     auto& output = session.output();
     output.write("Imported " + request.file.string() + " into ");
     if (!request.project) {
-        output.writeLine("a new " + narrow(target.elementClass().displayName()) +
+        output.writeLine("a new " + narrow(merged.target->elementClass().displayName()) +
                          ", which is only shown (--project FILE keeps it).");
         return;
     }
-    const auto renamed = counts.renamed == 0 ? "" : counted(counts.renamed, "renamed");
-    output.writeLine(
-        request.project->string() + ", " + target.path() + ": " +
-        counted(counts.added, counts.added == 1 ? "element added, " : "elements added, ") +
-        counted(counts.updated, "updated") + (renamed.empty() ? "" : ", ") + renamed + ".");
+    output.writeLine(request.project->string() + ", " + merged.target->path() + ": " +
+                     changesDone(counts) + ".");
+    if (request.verbose)
+        printChanges(output, merged, true);
 }
 
-/// What happened to an element, as wide as the column of it.
-std::string_view columnOf(core::ImportedElement::Change change) {
-    using enum core::ImportedElement::Change;
-    switch (change) {
-    case added:
-        return "added    ";
-    case updated:
-        return "updated  ";
-    default:
-        return "renamed  ";
-    }
-}
-
-/// Prints a line of counts, then one line for each element that was added, changed or renamed. An
-/// element that came again as it was is only counted.
-void preview(const ImportRequest& request, Session& session, const model::Element& target,
-             const core::ImportChanges& changes, const model::Element* newTarget) {
-    std::vector<std::string> lines;
-    const auto counts =
-        core::countImported(changes, newTarget, [&](const core::ImportedElement& imported) {
-            auto& line = lines.emplace_back(columnOf(imported.change));
-            line += imported.element->path();
-            if (imported.change == core::ImportedElement::Change::renamed)
-                line.append(", was ").append(imported.nameBefore);
-        });
-    auto& output = session.output();
-    output.writeLine("Importing " + request.file.string() + " into " + request.project->string() +
-                     ", " + target.path() + ", would change: " + counted(counts.added, "added, ") +
-                     counted(counts.updated, "updated, ") + counted(counts.renamed, "renamed, ") +
-                     counted(counts.unchanged, "unchanged."));
-    for (const auto& line : lines)
-        output.writeLine(line);
+void preview(const ImportRequest& request, Session& session, const MergedImport& merged) {
+    session.output().writeLine("Importing " + request.file.string() + " into " +
+                               request.project->string() + ", " + merged.target->path() +
+                               ", would change: " + changesToCome(merged.counts()) + ".");
+    printChanges(session.output(), merged, request.verbose);
 }
 
 /// A failure that is not the plug-in's.
@@ -168,15 +136,14 @@ ExitCode import(const ImportRequest& request, Session& session) {
     auto& target =
         request.at ? project.element(*request.at) : onlyTarget(project, request, extension);
     const bool isNew = project.model().root().childElements().size() != before;
-    const auto* const newTarget = isNew ? &target : nullptr;
-
-    std::expected<ui::ImportedDocument, ui::ImportFailure> document;
-    core::ImportOutcome outcome;
-    core::ImportChanges changes;
+    MergedImport merged{.file = request.file,
+                        .target = &target,
+                        .newTarget = isNew ? &target : nullptr,
+                        .options = request.options};
     core::ImportCounts counts;
     {
         const ProgressLine progress("Importing " + request.file.string());
-        document = documentOf(request, target, extension);
+        auto document = documentOf(request, target, extension);
         if (!document)
             return fail(request, session, document.error());
         if (request.document) {
@@ -186,21 +153,27 @@ ExitCode import(const ImportRequest& request, Session& session) {
             });
             return kDone;
         }
-        outcome = core::StagedImport(project, target, std::move(document->text))
-                      .merge(request.project ? &changes : nullptr);
+        core::StagedImport staged(project, target, std::exchange(document->text, {}));
+        merged.document = *std::move(document);
+        merged.outcome = staged.merge(request.options, merged.changes);
         if (request.project && !request.dryRun) {
-            counts = core::countImported(changes, newTarget);
+            counts = merged.counts();
             if (!counts.isNothing())
                 session.save(project, *request.project);
         }
     }
-    if (request.dryRun) {
-        preview(request, session, target, changes, newTarget);
+    printMergeWarnings(merged);
+    if (request.json) {
+        writeImport(session.output(), merged);
         return kDone;
     }
-    report(request, session, target, counts);
+    if (request.dryRun) {
+        preview(request, session, merged);
+        return kDone;
+    }
+    report(request, session, merged, counts);
     session.output().endLine();
-    printImportSummary(session.output(), document->memory, outcome);
+    printImportSummary(session.output(), merged.document.memory, merged.outcome);
     if (!request.project) {
         session.output().endLine();
         printTree(session.output(), project.model().root().childElements());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workbench/core/import/ImportMerge.hpp"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -31,7 +33,9 @@ struct ImportRequest {
     std::optional<std::string> at; // path of the element to import into
     bool document = false;         // print the document and change nothing
     bool dryRun = false;           // tell what would change and save nothing
+    bool verbose = false;          // tell of each element that changed, and how
     bool json = false;
+    core::ImportOptions options = {};
 };
 ExitCode run(const ImportRequest& request, Session& session);
 

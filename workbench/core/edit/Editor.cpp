@@ -127,11 +127,11 @@ bool Editor::canMove(std::span<Element* const> elements, const Element& parent) 
     });
 }
 
-ImportResult Editor::import(Element& target, std::string document) {
+ImportResult Editor::import(Element& target, std::string document, const ImportOptions& options) {
     StagedImport staged(project(), target, std::move(document));
-    const auto step = std::make_shared<ImportStep>(target, staged);
+    const auto step = std::make_shared<ImportStep>(target, staged, options);
     history_->perform(step);
-    return {step->outcome(), step->counts()};
+    return {step->outcome(), step->counts(), step->warnings()};
 }
 
 bool Editor::canUndo() const { return history_->undoable() != nullptr; }

@@ -4,7 +4,8 @@
 #include "workbench/core/edit/workspace/EditText.hpp"
 #include "workbench/core/edit/workspace/Fields.hpp"
 #include "workbench/core/edit/workspace/LostReferences.hpp"
-#include "workbench/core/import/ImportCounts.hpp"
+#include "workbench/core/import/ImportReport.hpp"
+#include "workbench/core/import/ImportWarnings.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
 #include "workbench/core/project/Project.hpp"
 
@@ -15,9 +16,10 @@
 
 namespace corvane::workbench::core {
 
-/// What an import did, with the numbers of elements that it changed.
+/// What an import did, with the numbers of elements that it changed and what is to be said of it.
 struct ImportResult : ImportOutcome {
     ImportCounts counts;
+    std::vector<MergeWarning> warnings;
 };
 
 /// Edits a project, one step of history at a time. All edits of the front ends go through it: it
@@ -71,7 +73,8 @@ public:
                                const model::Element& parent) const;
 
     /// Imports a document as importDocument does, as one step; one that changes nothing is none.
-    ImportResult import(model::Element& target, std::string document);
+    ImportResult import(model::Element& target, std::string document,
+                        const ImportOptions& options = {});
 
     [[nodiscard]] bool canUndo() const;
     [[nodiscard]] bool canRedo() const;

@@ -9,6 +9,8 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace corvane::workbench::core {
@@ -24,15 +26,23 @@ bool sameIdentity(const Element& a, const Element& b) {
            a.getSkillElement()->hasImportIdOf(*b.getSkillElement());
 }
 
+/// What the merges of all levels have in common.
+struct Merge {
+    Match match;
+    ImportOutcome* outcome;
+    ImportChanges* changes; // may be null
+};
+
 /// The merge of one level, and of the levels below it.
 class LevelMerge {
 public:
-    LevelMerge(Element& parent, Elements staged, ImportOutcome& outcome, ImportChanges* changes)
+    LevelMerge(Element& parent, Elements staged, const Merge& merge)
         : parent_(parent),
           staged_(std::move(staged)),
           partners_(staged_.size()),
-          outcome_(outcome),
-          changes_(changes) {}
+          match_(merge.match),
+          outcome_(*merge.outcome),
+          changes_(merge.changes) {}
     LevelMerge(const LevelMerge&) = delete;
     LevelMerge& operator=(const LevelMerge&) = delete;
     ~LevelMerge() {
@@ -44,16 +54,37 @@ public:
     std::vector<Element*> run() {
         if (!parent_.childElements().empty()) {
             pairByName();
-            pairByIdentity();
+            if (match_ == Match::identity)
+                pairByIdentity();
             replacePaired();
         }
         return placeAll();
     }
 
+    /// Notes what was there before and has met nothing.
+    void noteUnmet() const {
+        if (changes_ == nullptr || met_ == parent_.childElements().size())
+            return;
+        for (const auto& child : parent_.childElements())
+            if (!Staging::isPaired(*child))
+                changes_->unmet.push_back(child.get());
+    }
+
 private:
+    bool arePartners(const Element& staged, const Element& existing) const {
+        if (match_ == Match::path) // of one name: nobody asks otherwise
+            return &staged.elementClass() == &existing.elementClass();
+        return sameIdentity(staged, existing);
+    }
+
     void pair(std::size_t index, Element& existing) {
         partners_[index] = &existing;
-        Staging::setPaired(existing, true);
+        setMet(existing);
+    }
+
+    void setMet(Element& element) {
+        Staging::setPaired(element, true);
+        ++met_;
     }
 
     // Names rarely change between two imports, so most pairs are found without an index; and of
@@ -62,7 +93,7 @@ private:
         for (std::size_t i = 0; i != staged_.size(); ++i) {
             fetchBothAhead(i);
             Element* const existing = existingNamed(i);
-            if (existing != nullptr && sameIdentity(*staged_[i], *existing))
+            if (existing != nullptr && arePartners(*staged_[i], *existing))
                 pair(i, *existing);
         }
     }
@@ -84,6 +115,7 @@ private:
 
     void pairByIdentity() {
         std::optional<IdentityIndex> index;
+        std::vector<std::size_t> misnamed;
         for (std::size_t i = 0; i != staged_.size(); ++i) {
             if (partners_[i] != nullptr)
                 continue;
@@ -92,9 +124,27 @@ private:
                 continue;
             if (!index)
                 index.emplace(parent_.childElements());
-            if (Element* const existing = index->take(staged_[i]->elementClass(), *id))
+            if (Element* const existing = index->take(staged_[i]->elementClass(), *id)) {
                 pair(i, *existing);
+                if (nameOnReplacement(*existing, *staged_[i]) != staged_[i]->name())
+                    misnamed.push_back(i);
+            }
         }
+        noteMisleading(misnamed);
+    }
+
+    // Of the elements that keep their names, those that whoever reads the document takes for
+    // others.
+    void noteMisleading(const std::vector<std::size_t>& misnamed) {
+        if (changes_ == nullptr || misnamed.empty())
+            return;
+        std::unordered_set<std::string_view> names;
+        names.reserve(staged_.size());
+        for (const auto& staged : staged_)
+            names.insert(staged->name());
+        for (const auto i : misnamed)
+            if (names.contains(partners_[i]->name()))
+                changes_->misleading.push_back({partners_[i], staged_[i]->name()});
     }
 
     void replacePaired() {
@@ -121,7 +171,7 @@ private:
         const auto first = notes == nullptr ? 0 : notes->size();
         if (notes != nullptr)
             for (const auto& [element, name] : renamed)
-                notes->push_back({element, element->name(), element->name()});
+                notes->push_back({element, element->name(), element->name(), name});
         host::renameAll(renamed);
         if (notes != nullptr)
             for (auto& note : std::span(*notes).subspan(first))
@@ -131,13 +181,16 @@ private:
     void replace(std::size_t index, Element& existing) {
         const auto staged = std::exchange(staged_[index], nullptr);
         auto children = Staging::releaseChildren(*staged);
+        const bool moved = match_ != Match::identity && !sameIdentity(*staged, existing);
         staged->getSkillElement()->importMerge(*existing.getSkillElement());
         auto replaced = host::replaceSkillElement(existing, *staged);
         if (changes_ != nullptr)
-            changes_->replacements.push_back({&existing, std::move(replaced)});
+            changes_->replacements.push_back({&existing, std::move(replaced), moved});
         outcome_.successors.push_back(&existing);
         ++outcome_.replaced;
-        LevelMerge(existing, std::move(children), outcome_, changes_).run();
+        LevelMerge below(existing, std::move(children), {match_, &outcome_, changes_});
+        below.run();
+        below.noteUnmet();
     }
 
     std::vector<Element*> placeAll() {
@@ -154,7 +207,7 @@ private:
         for (std::uint64_t number = 2; Element* const taken = parent_.findChild(candidate);
              ++number) {
             Staging::tryName(*staged_[index], candidate);
-            if (!Staging::isPaired(*taken) && sameIdentity(*staged_[index], *taken)) {
+            if (!Staging::isPaired(*taken) && arePartners(*staged_[index], *taken)) {
                 pair(index, *taken);
                 replace(index, *taken);
                 return *taken;
@@ -162,20 +215,21 @@ private:
             candidate = name + " ";
             candidate.append(utils::numeric::detail::formatNumber(number).view());
         }
-        const auto position = parent_.childElements().size();
         auto& added = host::appendChild(parent_, std::move(staged_[index]), candidate);
-        noteAppended(position);
-        Staging::setPaired(added, true); // it is not one to be replaced
+        noteAppended();
+        if (changes_ != nullptr && candidate != name)
+            changes_->renumbered.push_back({&added, name});
+        setMet(added); // it is not one to be replaced
         outcome_.added += 1 + countElements(added.childElements());
         return added;
     }
 
-    void noteAppended(std::size_t position) {
+    void noteAppended() {
         if (changes_ == nullptr)
             return;
         if (!appending_) {
             appending_ = changes_->appendings.size();
-            changes_->appendings.push_back({&parent_, position, 0});
+            changes_->appendings.push_back({&parent_, 0});
         }
         ++changes_->appendings[*appending_].count;
     }
@@ -183,6 +237,8 @@ private:
     Element& parent_;
     Elements staged_;
     std::vector<Element*> partners_; // of each staged element; null where there is none
+    std::size_t met_ = 0;            // children that are paired or new
+    Match match_;
     ImportOutcome& outcome_;
     ImportChanges* changes_;               // may be null
     std::optional<std::size_t> appending_; // this level's, among the changes
@@ -190,9 +246,9 @@ private:
 
 } // namespace
 
-ImportOutcome mergeStaged(Staging& staging, ImportChanges* changes) {
+ImportOutcome mergeStaged(Staging& staging, Match match, ImportChanges* changes) {
     ImportOutcome outcome;
-    outcome.top = LevelMerge(staging.target(), staging.release(), outcome, changes).run();
+    outcome.top = LevelMerge(staging.target(), staging.release(), {match, &outcome, changes}).run();
     return outcome;
 }
 

@@ -1,5 +1,6 @@
 #include "workbench/core/import/ProjectImport.hpp"
 
+#include "workbench/core/import/MissingElements.hpp"
 #include "workbench/core/project/DocumentReader.hpp"
 #include "workbench/core/project/ElementWalk.hpp"
 
@@ -45,8 +46,17 @@ StagedImport::StagedImport(Project& project, model::Element& target, std::string
     configureAndPublish(staging_.elements());
 }
 
-ImportOutcome StagedImport::merge(ImportChanges* changes) {
-    auto outcome = mergeStaged(staging_, changes);
+ImportOutcome StagedImport::merge(const ImportOptions& options, ImportChanges& changes) {
+    auto outcome = merge(options.match, &changes);
+    if (options.removeMissing && removeMissing(project_->model(), options.match, changes))
+        validateReferences(project_->model().root().childElements());
+    return outcome;
+}
+
+ImportOutcome StagedImport::merge() { return merge(Match::identity, nullptr); }
+
+ImportOutcome StagedImport::merge(Match match, ImportChanges* changes) {
+    auto outcome = mergeStaged(staging_, match, changes);
     project_->model().references().takeOver(references_);
     publishChanges(*project_, outcome, changes == nullptr ? nullptr : &changes->found);
     return outcome;

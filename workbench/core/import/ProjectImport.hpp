@@ -19,10 +19,15 @@ public:
     /// Project and target must outlive the object.
     StagedImport(Project& project, model::Element& target, std::string document);
 
-    /// Merges it into the project, once. The changes are noted where there is a place for them.
-    ImportOutcome merge(ImportChanges* changes = nullptr);
+    /// Merges it into the project, once, and notes the changes.
+    ImportOutcome merge(const ImportOptions& options, ImportChanges& changes);
+
+    /// Likewise for who wants to know of no changes; nothing is removed then.
+    ImportOutcome merge();
 
 private:
+    ImportOutcome merge(Match match, ImportChanges* changes);
+
     Project* project_;
     host::ReferenceTable references_;
     host::Staging staging_;

@@ -175,4 +175,90 @@ TEST_F(EditorImportTest, WhatChangesNothingIsNoStep) {
     expectAsReloaded(project);
 }
 
+// By path "b" is the box of that name, whatever its identity says; nothing is renamed.
+TEST_F(EditorImportTest, GoesByPathsAndRemovesWhatIsMissing) {
+    auto project = load(kRack);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    Follower follower(project.model().root());
+    editor.setObserver(&follower);
+    const auto outcome = editor.import(project.element("/r"), R"([
+            {"@Skill.Wiring.Box": {"name": "a", "id": "2", "children": [
+                {"@Skill.Wiring.Box": {"name": "p", "id": "1"}},
+                {"@Skill.Wiring.Pin": {"name": "n", "id": "2"}}]}},
+            {"@Skill.Wiring.Box": {"name": "b", "id": "2"}}])",
+                                       {.match = Match::path, .removeMissing = true});
+    EXPECT_EQ(
+        elementsOf(project),
+        R"({"@Skill.Wiring.Rack": {"name": "r", "id": "", "children": [)"
+        R"({"@Skill.Wiring.Box": {"name": "a", "id": "2", "children": [)"
+        R"({"@Skill.Wiring.Note": {"name": "n", "text": "stays"}},)"
+        R"({"@Skill.Wiring.Box": {"name": "p", "id": "1"}},)"
+        R"({"@Skill.Wiring.Pin": {"name": "n 2", "id": "2", "value": "", "peer": ""}}]}},)"
+        R"({"@Skill.Wiring.Box": {"name": "b", "id": "2"}},)"
+        R"({"@Skill.Wiring.Pin": {"name": "q", "id": "7", "value": "v", "peer": "/r/new/inner"}})"
+        "]}}");
+    EXPECT_EQ(outcome.counts.moved, 1U) << "a has another identity";
+    EXPECT_EQ(outcome.counts.removed, 1U) << "the pin p";
+    EXPECT_EQ(outcome.counts.added, 2U);
+    EXPECT_EQ(outcome.counts.unchanged, 1U);
+    expectAsReloaded(project);
+    expectUndoAndRedo(editor, before);
+    follower.compare();
+    expectAsReloaded(project);
+}
+
+TEST_F(EditorImportTest, WhatIsReferredToAndRemovedComesBack) {
+    auto project = load(R"({"@Skill.Wiring.Rack": {"name": "r", "children": [
+        {"@Skill.Wiring.Box": {"name": "a", "id": "1", "children": [
+            {"@Skill.Wiring.Box": {"name": "x", "id": "2", "children": [
+                {"@Skill.Wiring.Pin": {"name": "deep", "id": "3"}}]}},
+            {"@Skill.Wiring.Pin": {"name": "y", "id": "4"}}]}},
+        {"@Skill.Wiring.Pin": {"name": "q", "id": "7", "value": "v", "peer": "/r/a/x/deep"}}]}})");
+    const auto before = sightOf(project);
+    Editor editor(project);
+    const std::string document =
+        R"([{"@Skill.Wiring.Box": {"name": "a", "id": "1", "children": [
+                {"@Skill.Wiring.Pin": {"name": "x", "id": "9"}}]}}])";
+
+    const auto kept = editor.import(project.element("/r"), document);
+    EXPECT_EQ(kept.counts.missing, 3U);
+    EXPECT_EQ(kept.counts.removed, 0U);
+    EXPECT_NE(project.model().findElement("/r/a/x 2"), nullptr);
+    editor.undo();
+
+    const auto result = editor.import(project.element("/r"), document, {.removeMissing = true});
+    EXPECT_EQ(result.counts.missing, 0U);
+    EXPECT_EQ(result.counts.removed, 3U);
+    EXPECT_EQ(result.warnings.size(), 0U) << "the name was free in the end";
+    EXPECT_EQ(project.element("/r/a").childElements().size(), 1U);
+    EXPECT_EQ(project.element("/r/a/x").elementClass().name(), "Pin");
+    EXPECT_EQ(errorsOf(project),
+              std::vector<std::string>{
+                  R"(/r/q: Peer: the referenced element “/r/a/x/deep” does not exist)"});
+    expectAsReloaded(project);
+    expectUndoAndRedo(editor, before);
+}
+
+// A second view of what an import meets again is the user's, and no remainder of an import.
+TEST_F(EditorImportTest, ASecondViewIsNotMissing) {
+    const std::string_view rack = R"({"@Skill.Wiring.Rack": {"name": "r", "children": [
+        {"@Skill.Wiring.Box": {"name": "a", "id": "1", "children": [
+            {"@Skill.Wiring.Pin": {"name": "x", "id": "2"}},
+            {"@Skill.Wiring.Pin": {"name": "mine", "id": "2"}},
+            {"@Skill.Wiring.Note": {"name": "n", "text": "t"}}]}}]}})";
+    const std::string document = R"([{"@Skill.Wiring.Box": {"name": "a", "id": "1", "children": [
+        {"@Skill.Wiring.Pin": {"name": "x", "id": "2"}}]}}])";
+    auto project = load(rack);
+    Editor editor(project);
+    const auto byIdentity = editor.import(project.element("/r"), document, {.removeMissing = true});
+    EXPECT_TRUE(byIdentity.counts.isNothing());
+    EXPECT_EQ(byIdentity.counts.missing, 0U);
+    const auto byPath = editor.import(project.element("/r"), document,
+                                      {.match = Match::path, .removeMissing = true});
+    EXPECT_EQ(byPath.counts.removed, 1U);
+    EXPECT_EQ(project.model().findElement("/r/a/mine"), nullptr);
+    EXPECT_NE(project.model().findElement("/r/a/n"), nullptr) << "what has no identity stays";
+}
+
 } // namespace corvane::workbench::core::test

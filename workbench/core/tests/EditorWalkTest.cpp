@@ -128,18 +128,24 @@ private:
 
     void import() {
         const auto id = std::to_string(below(3));
+        const ImportOptions options{.match = below(2) == 0 ? Match::path : Match::identity,
+                                    .removeMissing = below(2) == 0};
         if (below(2) == 0)
-            editor_.import(*any(), R"([{"@Skill.Wiring.Pin": {"name": ")" + name() +
-                                       R"(", "id": ")" + id + R"(", "peer": "/R/)" + name() +
-                                       R"("}}, {"@Skill.Wiring.Box": {"name": ")" + name() +
-                                       R"(", "id": "2", "children": [{"@Skill.Wiring.Pin": )" +
-                                       R"({"name": "a", "id": "1"}}]}}])");
+            editor_.import(*any(),
+                           R"([{"@Skill.Wiring.Pin": {"name": ")" + name() + R"(", "id": ")" + id +
+                               R"(", "peer": "/R/)" + name() +
+                               R"("}}, {"@Skill.Wiring.Box": {"name": ")" + name() +
+                               R"(", "id": "2", "children": [{"@Skill.Wiring.Pin": )" +
+                               R"({"name": "a", "id": "1"}}]}}])",
+                           options);
         else
-            editor_.import(*any(), R"([{"@Skill.S7.Command": {"name": ")" + name() +
-                                       R"("}}, {"@Skill.S7.DataBlock": {"name": ")" + name() +
-                                       R"(", "DBNumber": )" + id +
-                                       R"(, "children": [{"@Skill.S7.Item": {"name": ")" + name() +
-                                       R"(", "address": "DBW0", "command": "/P/a"}}]}}])");
+            editor_.import(*any(),
+                           R"([{"@Skill.S7.Command": {"name": ")" + name() +
+                               R"("}}, {"@Skill.S7.DataBlock": {"name": ")" + name() +
+                               R"(", "DBNumber": )" + id +
+                               R"(, "children": [{"@Skill.S7.Item": {"name": ")" + name() +
+                               R"(", "address": "DBW0", "command": "/P/a"}}]}}])",
+                           options);
     }
 
     Editor& editor_;

@@ -19,7 +19,7 @@ QString summaryOf(const core::ImportCounts& counts, bool targetIsNew) {
     const auto added = counts.added + (targetIsNew ? 1 : 0);
     auto changes = translated(kContext, "{}, {} updated",
                               {counted(kContext, "1 element added", "{} elements added", added),
-                               formatted(counts.updated)});
+                               formatted(counts.changed)});
     if (counts.renamed != 0)
         changes += translated(kContext, ", {} renamed", {formatted(counts.renamed)});
     return changes;

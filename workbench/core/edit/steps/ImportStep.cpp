@@ -25,10 +25,11 @@ void rename(const Renamings& renamings, std::string ImportChanges::Renaming::* n
 
 } // namespace
 
-ImportStep::ImportStep(model::Element& target, StagedImport& staged)
+ImportStep::ImportStep(model::Element& target, StagedImport& staged, const ImportOptions& options)
     : Step(editText("Import into “{}”", {utils::string::detail::utf8ToUtf16(target.name())})),
       target_(&target),
-      staged_(&staged) {}
+      staged_(&staged),
+      options_(options) {}
 
 // Where nothing has changed, the elements keep what they are made of, too: it is what the other
 // steps know.
@@ -43,8 +44,9 @@ bool ImportStep::perform(Workspace& workspace) {
 
 void ImportStep::merge(Workspace& workspace) {
     try {
-        outcome_ = std::exchange(staged_, nullptr)->merge(&changes_);
-        counts_ = countImported(changes_);
+        outcome_ = std::exchange(staged_, nullptr)->merge(options_, changes_);
+        counts_ = countImported(changes_, options_.match);
+        warnings_ = mergeWarnings(changes_);
         prepareWayBack();
     } catch (...) {
         prepareWayBack();
@@ -55,13 +57,16 @@ void ImportStep::merge(Workspace& workspace) {
 
 void ImportStep::prepareWayBack() {
     findings_ = Findings(std::move(changes_.found));
-    for (const auto& [parent, first, count] : changes_.appendings) {
+    for (const auto& [parent, count] : changes_.appendings) {
+        const auto end = parent->childElements().size();
         std::vector<std::size_t> positions;
         positions.reserve(count);
-        while (positions.size() != count)
-            positions.push_back(first + positions.size());
+        for (auto position = end - count; position != end; ++position)
+            positions.push_back(position);
         placements_.emplace_back(*parent, std::move(positions));
     }
+    for (auto& removal : changes_.removals)
+        removals_.emplace_back(std::move(removal));
 }
 
 void ImportStep::undo(Workspace& workspace) {
@@ -76,6 +81,8 @@ void ImportStep::takeBack(Workspace& workspace) {
     bool changed = findings_.takeBack(workspace);
     for (auto& placement : std::views::reverse(placements_))
         changed = placement.takeOut(workspace) || changed;
+    for (auto& removal : std::views::reverse(removals_))
+        changed = removal.putBack(workspace) || changed;
     rename(changes_.renamings, &ImportChanges::Renaming::before);
     exchangeSkillElements();
     if (changed)
@@ -86,6 +93,8 @@ void ImportStep::makeAgain(Workspace& workspace) {
     exchangeSkillElements();
     rename(changes_.renamings, &ImportChanges::Renaming::after);
     bool changed = false;
+    for (auto& removal : removals_)
+        changed = removal.takeOut(workspace) || changed;
     for (auto& placement : placements_)
         changed = placement.putBack(workspace) || changed;
     if (findings_.make(workspace) || changed)

@@ -3,7 +3,8 @@
 #include "workbench/core/edit/steps/Step.hpp"
 #include "workbench/core/edit/workspace/Findings.hpp"
 #include "workbench/core/edit/workspace/Placement.hpp"
-#include "workbench/core/import/ImportCounts.hpp"
+#include "workbench/core/import/ImportReport.hpp"
+#include "workbench/core/import/ImportWarnings.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
 
 namespace corvane::workbench::core {
@@ -12,11 +13,12 @@ namespace corvane::workbench::core {
 class ImportStep final : public Step {
 public:
     /// What is staged shall come to stand below `target`. It must live until the step is performed.
-    ImportStep(model::Element& target, StagedImport& staged);
+    ImportStep(model::Element& target, StagedImport& staged, const ImportOptions& options);
 
     /// What the import did, once the step is performed.
     [[nodiscard]] const ImportOutcome& outcome() const { return outcome_; }
     [[nodiscard]] const ImportCounts& counts() const { return counts_; }
+    [[nodiscard]] const std::vector<MergeWarning>& warnings() const { return warnings_; }
 
     bool perform(Workspace& workspace) override;
     void undo(Workspace& workspace) override;
@@ -31,11 +33,14 @@ private:
 
     model::Element* target_;
     StagedImport* staged_; // null once it is merged
+    ImportOptions options_;
     ImportOutcome outcome_;
     ImportCounts counts_;
+    std::vector<MergeWarning> warnings_;
     ImportChanges changes_;
     Findings findings_;
-    std::vector<Placement> placements_; // of what was appended
+    std::vector<Placement> placements_; // of what was appended, when the removed is out
+    std::vector<Placement> removals_;   // of what was removed, while the appended is out
 };
 
 } // namespace corvane::workbench::core

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/core/edit/workspace/Workspace.hpp"
+#include "workbench/core/import/ImportMerge.hpp"
 
 namespace corvane::workbench::core {
 
@@ -11,6 +12,13 @@ public:
     /// The children at `positions`, which ascend. They are in the tree.
     Placement(model::Element& parent, std::vector<std::size_t> positions)
         : parent_(&parent), positions_(std::move(positions)) {}
+
+    /// Children that are out already.
+    explicit Placement(ImportChanges::Removal removal)
+        : parent_(removal.parent),
+          positions_(std::move(removal.positions)),
+          children_(std::move(removal.elements)),
+          lost_(std::move(removal.lost)) {}
 
     [[nodiscard]] model::Element& parent() const { return *parent_; }
     [[nodiscard]] const std::vector<std::size_t>& positions() const { return positions_; }
