@@ -157,9 +157,11 @@ TEST_F(PendingTest, ANumberInACellIsEntered) {
     select("/PLC/Line");
     trigger(Command::showTable);
     const auto size = rowNamed("OrderNumber").siblingAtColumn(3);
-    typeOver(table(), size, "20");
+    typeOver(table(), size, "29");
     press(Qt::Key_S, Qt::ControlModifier);
-    EXPECT_TRUE(saved().contains("\"stringSize\": 20"));
+    EXPECT_TRUE(saved().contains("\"stringSize\": 29"));
+    EXPECT_EQ(valueOf("/PLC/Line/OrderNumber", u"String size"),
+              ui::ControlValue(std::uint64_t{29}));
 
     typeOver(table(), size, "30");
     press(Qt::Key_Tab);

@@ -1,5 +1,7 @@
 #include "GuiTesting.hpp"
 
+#include "workbench/gui/fields/UnsignedSpinBox.hpp"
+
 #include <QClipboard>
 #include <QComboBox>
 #include <QPushButton>
@@ -151,6 +153,27 @@ TEST_F(TableTest, WhatTheFormOnlyShowsCannotBeEdited) {
     EXPECT_FALSE(cell("Enabled", "Effective address").flags().testFlag(Qt::ItemIsEditable));
     EXPECT_FALSE(cell("Enabled", "String size").flags().testFlag(Qt::ItemIsEditable));
     EXPECT_TRUE(cell("OrderNumber", "String size").flags().testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(TableTest, ANumberThatIsBeingTypedIsGivenToAllRows) {
+    auto& kinds = child<QComboBox>("tableClass");
+    kinds.setCurrentIndex(kinds.findText(QStringLiteral("Data Block (4)")));
+    emit kinds.activated(kinds.currentIndex());
+    settle();
+    selectRows(0, 1);
+    QTest::keyClick(&window(), Qt::Key_E, Qt::ControlModifier);
+    settle();
+    child<QComboBox>("bulkField").setCurrentText(QStringLiteral("DB number"));
+    settle();
+    auto* const number = child<BulkEditBar>().findChild<UnsignedSpinBox*>();
+    ASSERT_NE(number, nullptr);
+    number->setFocus();
+    number->selectAll();
+    QTest::keyClicks(number, QStringLiteral("77"));
+    child<QPushButton>("bulkApply").click(); // as its key does: the keyboard stays
+    settle();
+    EXPECT_EQ(cell("Line", "DB number").data(), "77");
+    EXPECT_EQ(cell("Filler", "DB number").data(), "77");
 }
 
 TEST_F(TableTest, SeveralRowsAreChangedAtOnceInOneStep) {
