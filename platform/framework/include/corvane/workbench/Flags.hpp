@@ -7,6 +7,8 @@ namespace corvane::workbench {
 
 /// A set of the enumerators of `Enum`, whose values are single bits. As large as the enumeration's
 /// underlying type, and a constant wherever its flags are.
+///
+///     constexpr Flags<io::Direction> kBoth{io::Direction::input, io::Direction::output};
 template <class Enum>
 class Flags {
 public:

@@ -15,7 +15,11 @@ class function_ref;
 /// used only until the call returns. The callable must outlive the reference.
 ///
 /// A copy refers to the same callable. What the callable throws passes through; a result that the
-/// signature does not ask for is dropped.
+/// signature does not ask for is dropped. It is not to be stored: a lambda written as an argument
+/// is gone when the call has returned.
+///
+///     bool forEachEvent(function_ref<bool(const process::Event&)> visit) const;
+///     element.forEachEvent([&](const auto& event) { return event.name() == wanted; });
 template <class Result, class... Arguments>
 class function_ref<Result(Arguments...)> {
 public:

@@ -35,7 +35,8 @@ public:
         Declaration(const Declaration&) = delete;
         Declaration& operator=(const Declaration&) = delete;
 
-        /// `member` is `Validation (Controller::*)()`. Without it a property has no errors.
+        /// `member` is `Validation (Controller::*)()`. Without it a property has no errors. It is
+        /// called by `publish`, `publishConfigured` and `validate`.
         template <auto member>
         Declaration& validatedBy() {
             property().validator = [](PropertyController& controller) -> Validation {
@@ -45,6 +46,7 @@ public:
         }
 
         /// `member` is `bool (Controller::*)() const`. Without it a property is always visible.
+        /// Asked at each look; `publishVisibility` tells open forms to look again.
         template <auto member>
         Declaration& visibleWhen() {
             property().visibility = [](const PropertyController& controller) -> bool {
@@ -76,8 +78,9 @@ public:
         return Declaration<Controller>(*this);
     }
 
-    /// Calls the member function `void (Controller::*)()` after each change of the field. Throws as
-    /// `property` does.
+    /// Calls the member function `void (Controller::*)()` after each change of the field, which
+    /// need not be declared as a property. The subscription is kept in a field of the controller,
+    /// or detached. Throws as `property` does, and for the 33rd subscription.
     template <auto member, class Controller, class Field>
     [[nodiscard]] PropertyController::Subscription onChange(Controller& controller,
                                                             const Field& field) {

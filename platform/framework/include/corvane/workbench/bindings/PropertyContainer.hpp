@@ -12,7 +12,8 @@ class ElementReference;
 namespace corvane::workbench::bindings {
 
 /// Something with properties, possibly with further containers below it. The order of the virtual
-/// operations is part of the plug-in boundary.
+/// operations is part of the plug-in boundary. Elements are containers by way of
+/// PropertyController: a plug-in seldom has anything to override here.
 class CORVANE_EXPORT PropertyContainer {
 public:
     virtual ~PropertyContainer();

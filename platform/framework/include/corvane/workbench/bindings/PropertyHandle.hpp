@@ -14,7 +14,8 @@ public:
     [[nodiscard]] PropertyId id() const { return id_; }
     [[nodiscard]] PropertyController& controller() const { return *controller_; }
 
-    /// The same property of another controller, which is of the same class.
+    /// The same property of another controller, which is of the same class: fields stand at the
+    /// same offset in both.
     [[nodiscard]] PropertyHandle of(PropertyController& other) const {
         return {other, other.counterpartOf(*controller_, id_)};
     }

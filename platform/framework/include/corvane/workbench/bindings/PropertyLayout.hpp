@@ -12,7 +12,9 @@ namespace corvane::workbench::bindings {
 
 class PropertyController;
 
-/// Success, or the translated text that says what is wrong with a value.
+/// Success, or the translated text that says what is wrong with a value. The text is shown at the
+/// field and in the list of problems, behind the field's label; it stops neither saving nor
+/// loading.
 using Validation = std::expected<void, std::u16string>;
 
 /// What a controller's configuration declared: its properties and its own reactions to changes.

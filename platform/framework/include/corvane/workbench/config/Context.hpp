@@ -14,6 +14,9 @@ namespace corvane::workbench::config {
 
 /// What an element's `load` may ask of the document that it is part of. It lives for one load; an
 /// element keeps what it was given and not the context.
+///
+///     if (member->name.view() == "command")
+///         command = context.reference(member->value.asString());
 class CORVANE_EXPORT Context {
 public:
     /// `references` is the document's table and must outlive the context.

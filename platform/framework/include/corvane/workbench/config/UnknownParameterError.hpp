@@ -8,7 +8,9 @@
 
 namespace corvane::workbench::config {
 
-/// A document has a member that its element does not know.
+/// A document has a member that its element does not know. An element's `load` ends so for each
+/// name that it has no use for: one that was passed over would be lost in the next save. The host
+/// adds the element's path to the text.
 class CORVANE_EXPORT UnknownParameterError : public std::runtime_error {
 public:
     explicit UnknownParameterError(std::string_view name);

@@ -29,7 +29,8 @@ public:
         return parentOr(root_, element);
     }
 
-    /// The element with this path ("/PLC/Data/speed", names escaped); null if there is none.
+    /// The element with this path ("/PLC/Data/speed", names escaped); null if there is none. "/"
+    /// names an element without a name, which no tree has, and not the root.
     [[nodiscard]] model::Element* findElement(std::string_view path) const;
 
     /// The references that wait for elements of this tree.

@@ -18,6 +18,10 @@ enum class Access : std::uint8_t {
 
 /// A value that an element publishes at run time. Elements of a class share their attribute
 /// objects: an attribute is told from another by its address, and lives as long as its plug-in.
+/// The value itself is the runtime's: here stands only what it is called and what it can hold.
+///
+///     const Attribute kSpeed("speed", Access::readWrite, {data::TypeCode::signedInteger, 16},
+///                            {io::Direction::input, io::Direction::output});
 class CORVANE_EXPORT Attribute {
 public:
     /// `name` is what the runtime knows it by; it is not translated. `directions` is empty for a

@@ -71,7 +71,8 @@ public:
     [[nodiscard]] Element* parentElement() { return parentIsRoot_ ? nullptr : parent_; }
     [[nodiscard]] const Element* parentElement() const { return parentIsRoot_ ? nullptr : parent_; }
 
-    /// The nearest element above whose skill element is a T; null if there is none.
+    /// The nearest element above whose skill element is a T; null if there is none. T is that
+    /// element's very class: a base of it finds nothing.
     template <class T>
     [[nodiscard]] T* findAncestor() {
         for (Element* above = parentElement(); above != nullptr; above = above->parentElement())
@@ -93,7 +94,8 @@ public:
     /// A reference that follows this element wherever it goes.
     [[nodiscard]] ElementReference makeReference();
 
-    /// The path of escaped names from the project's root, "/PLC/Data/speed".
+    /// The path of escaped names from the project's root, "/PLC/Data/speed"; "/" for the root,
+    /// which host::Model does not find by it. Put together at each call.
     [[nodiscard]] std::string path() const;
 
     /// The tree that the element stands in, which only the host can look into; null if it stands in

@@ -57,6 +57,14 @@ private:
 
 /// A reference to another element of the project, one pointer wide. It follows its element through
 /// renames and moves; when the element goes, it keeps the element's last path.
+///
+///     if (const auto target = command.element())
+///         use(**target);
+///     else
+///         return std::unexpected(target.error());
+///
+/// Copies share what they know and count themselves without a lock: making, copying and destroying
+/// references is for the owner of the model, like everything of an element.
 class CORVANE_EXPORT ElementReference {
 public:
     /// The empty reference.
@@ -134,6 +142,7 @@ public:
     /// The text in the document; "" when the reference is not set.
     [[nodiscard]] const std::string& text() const { return text_; }
 
+    /// Writes the text as the member `key`. Throws what the stream throws.
     void saveTo(utils::json::encoder::Object& members, utils::json::encoder::Key key) const {
         members.addStringView(key, text_);
     }

@@ -23,9 +23,9 @@ public:
     [[nodiscard]] Flags<io::Direction> directions() const { return directions_; }
 
     // Events that devices of every kind report.
-    static const Event kConnected;
-    static const Event kDisconnected;
-    static const Event kChanged;
+    static const Event kConnected;    ///< the device can be reached from now on; both directions
+    static const Event kDisconnected; ///< it cannot any more; both directions
+    static const Event kChanged;      ///< a reading has brought another value; input
 
 private:
     std::string name_;

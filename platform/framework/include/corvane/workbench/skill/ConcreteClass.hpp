@@ -15,6 +15,7 @@ namespace corvane::workbench::skill {
 struct ClassIdentity {
     /// In documents; never changed, or old projects do not load any more.
     std::string_view name;
+    /// Made once, and as lasting as the name.
     utils::core::Uuid uuid;
     // English; translated whenever they are asked for.
     std::string_view description;
@@ -28,6 +29,10 @@ struct ClassIdentity {
 /// The class object of elements of type T: a constant-initialised static of its plug-in, beside the
 /// factory that it hands out. Nothing runs to build it, so that it can be referred to from other
 /// statics in any order.
+///
+///     constexpr ClassIdentity kPumpIdentity{.name = "Pump", ...};
+///     constinit const ElementFactory<Pump> kPumpFactory;
+///     constinit const ConcreteClass<Pump, kPumpIdentity> kPumpClass(kPumpFactory, kPumpChildren);
 template <class T, const ClassIdentity& identity>
 class ConcreteClass final : public Element::Class {
 public:

@@ -44,6 +44,28 @@ class Binding;
 /// An element's life: made by its class's factory (`createElement` or `cloneElement`), given its
 /// model element, then either `load` or `makeDefault`, then `configureProperties`, then the first
 /// publication of its properties. `save`, the visits and `createBinding` may follow at any time.
+///
+/// Fields are plain members, and a class that needs no more than to keep them says little:
+///
+///     class Pump final : public skill::Element {
+///     public:
+///         void configureProperties(bindings::PropertyConfigurationContext& context) override {
+///             context.property(*this, unit).validatedBy<&Pump::validateUnit>();
+///         }
+///         void load(utils::json::decoder::Object& members, config::Context&) override {
+///             while (const auto member = members.next()) {
+///                 if (member->name.view() != "unit")
+///                     config::throwUnknownParameterError(member->name);
+///                 unit = member->value.asString().view();
+///             }
+///         }
+///         void save(utils::json::encoder::Object& members) const override {
+///             members.addStringView("unit", unit);
+///         }
+///         bindings::Validation validateUnit();
+///
+///         std::string unit;
+///     };
 class CORVANE_EXPORT Element : public bindings::PropertyController, public utils::memory::Pooled {
 public:
     class Class;

@@ -28,7 +28,8 @@ protected:
 };
 
 /// The factory of elements of type T, a constant-initialised static of its plug-in. T can be
-/// default-constructed and copied.
+/// default-constructed and copied; it is the very class of its elements, since a derived one would
+/// be cloned to less than it is.
 template <class T>
 class ElementFactory final : public AbstractElementFactory {
 public:

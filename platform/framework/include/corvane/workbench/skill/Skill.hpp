@@ -38,7 +38,11 @@ protected:
     Skill() = default;
 };
 
-/// A skill's class object: one static of its plug-in. Its construction while the plug-in loads
+/// A skill's class object: one static of its plug-in, and all that the plug-in need do to be found:
+///
+///     const PumpSkillClass kSkillClass; // beside what it names, in any source of the module
+///
+/// Its construction while the plug-in loads
 /// makes the skill known, its destruction while the plug-in is unloaded takes it back. The order of
 /// the virtual operations is part of the plug-in boundary; the host calls them once `dlopen` has
 /// returned, never before.

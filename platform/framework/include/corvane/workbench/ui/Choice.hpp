@@ -7,7 +7,8 @@
 
 namespace corvane::workbench::ui {
 
-/// A choice of one out of a list of texts.
+/// A choice of one out of a list of texts. What is stored is a code that never changes, so that
+/// documents do not depend on the language in which the texts are shown.
 class CORVANE_EXPORT ChoiceList final : public Control {
 public:
     struct Choice {
@@ -15,6 +16,8 @@ public:
         std::u16string text;  // what is shown, translated
     };
 
+    /// `choices` are offered in this order; no two have the same value. A text that two of them
+    /// share stands for the first of the two on the command line.
     ChoiceList(std::string_view key, Texts texts, bindings::PropertyHandle property,
                Accessor<std::u16string> accessor, std::vector<Choice> choices)
         : Control(key, std::move(texts), property),
@@ -51,6 +54,7 @@ public:
     }
 
     [[nodiscard]] ControlValue value() const override { return accessor_.get(); }
+    /// Takes either state; a number or a text is refused, "true" and 1 included.
     SetResult setValue(const ControlValue& value) override;
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
     [[nodiscard]] StoredValue storedValue() const override { return accessor_.get(); }

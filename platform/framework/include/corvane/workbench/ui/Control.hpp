@@ -47,7 +47,8 @@ using StoredValue =
 using SetResult = std::expected<void, std::u16string>;
 
 /// A function that a plug-in gives to a control: a call across the boundary, so for the owner of
-/// the model alone.
+/// the model alone. An empty one may only be asked whether it is there; calling it throws
+/// std::bad_function_call.
 template <class Signature>
 class ControlFunction;
 
@@ -72,14 +73,21 @@ private:
 };
 
 /// Reads and writes the field behind a control. The setter stores and publishes only a value that
-/// differs from the current one.
+/// differs from the current one, as `PropertyController::assign` does:
+///
+///     {.get = [this] { return pointer()->unit; },
+///      .set = [this](std::u16string unit) { pointer()->assign(pointer()->unit, unit); }}
+///
+/// Both go through the binding's pointer and not to a field that they have kept the address of: a
+/// binding may move to another element.
 template <class T>
 struct Accessor {
     ControlFunction<T()> get;
     ControlFunction<void(T)> set;
 };
 
-/// Dispatch over the kinds of controls.
+/// Dispatch over the kinds of controls. There is no operation for "any other": who draws or prints
+/// forms says for each kind what he does, and the compiler finds who does not know a new one.
 class CORVANE_EXPORT ControlVisitor {
 public:
     virtual ~ControlVisitor();

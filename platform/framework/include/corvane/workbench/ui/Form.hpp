@@ -9,7 +9,13 @@ namespace corvane::workbench::ui {
 
 class Control;
 
-/// What a form shows: the controls of its group first, then those added to the form itself.
+/// What a form shows: the controls of its group first, then those added to the form itself. The
+/// host makes one for each form that it opens and has the element's binding fill it:
+///
+///     void buildForm(ui::Form form) override {
+///         form.group().add(address_);
+///         form.add(import_);
+///     }
 class CORVANE_EXPORT FormContents {
 public:
     FormContents() = default;

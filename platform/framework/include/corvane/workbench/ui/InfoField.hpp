@@ -4,9 +4,12 @@
 
 namespace corvane::workbench::ui {
 
-/// A text that is shown and cannot be edited.
+/// A text that is shown and cannot be edited: one that the element derives from other fields. Open
+/// forms read it again when the element publishes something, so a change of it is published like
+/// that of any property (`PropertyController::publishValue`, where nothing validates it).
 class CORVANE_EXPORT InfoField final : public Control {
 public:
+    /// `get` gives the text to show, translated where it holds words, at each look.
     InfoField(std::string_view key, Texts texts, bindings::PropertyHandle property,
               ControlFunction<std::u16string()> get)
         : Control(key, std::move(texts), property), get_(std::move(get)) {}

@@ -11,11 +11,14 @@ namespace corvane::workbench::ui {
 /// the document below the element of the form.
 class CORVANE_EXPORT PushButton final : public Control {
 public:
-    /// Makes a document of a file, or says why not; changes nothing.
+    /// Makes a document of a file, or says why not; changes nothing. It may take its time: in the
+    /// desktop it runs beside the window, on a thread that owns the model meanwhile. What it throws
+    /// is told to the user like a failure that has no place and no hint.
     using Action = ControlFunction<std::expected<ImportedDocument, ImportFailure>(
         const std::filesystem::path&)>;
 
-    /// `extension` begins with a dot.
+    /// `extension` begins with a dot and is in lower case: the host compares it with what a file's
+    /// name has from its last dot on, in the lower case of ASCII.
     PushButton(std::string_view key, Texts texts, std::string extension, Action action)
         : Control(key, std::move(texts), std::nullopt),
           extension_(std::move(extension)),

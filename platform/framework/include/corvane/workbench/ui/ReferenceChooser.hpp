@@ -13,7 +13,9 @@ public:
     /// What can be chosen: the elements below one, at any depth, that are accepted. Stated in two
     /// parts so that one element can be judged without a look at all the others.
     struct Candidates {
-        /// The element below which the candidates stand; asked at each look.
+        /// The element below which the candidates stand, which is none itself; never null. Asked
+        /// at each look: what it throws, as where the element stands in no such place, reaches
+        /// whoever looks.
         ControlFunction<model::Element*()> scope;
         ControlFunction<bool(const model::Element&)> accepts;
     };

@@ -10,10 +10,11 @@ namespace corvane::workbench::ui {
 /// it is.
 class CORVANE_EXPORT SpinBoxControl : public Control {
 public:
+    /// In whatever unit the field counts, which its label or description names.
     struct Range {
-        std::uint64_t minimum;
+        std::uint64_t minimum; // both limits can be entered
         std::uint64_t maximum;
-        std::uint64_t step;
+        std::uint64_t step; // of an arrow key or the wheel; numbers between the steps can be typed
     };
     struct Settings {
         int preferredWidth = 0; // pixels; 0 leaves it to the layout
@@ -36,6 +37,7 @@ protected:
     SpinBoxControl(std::string_view key, Texts texts, bindings::PropertyHandle property,
                    Range range, Settings settings)
         : Control(key, std::move(texts), property), range_(range), settings_(settings) {}
+    /// Writes the field. The value is one within the limits, or one that the field held before.
     virtual void store(std::uint64_t value) = 0;
 
 private:
@@ -43,7 +45,11 @@ private:
     Settings settings_;
 };
 
-/// A spin box over one unsigned width; the limits lie within the width.
+/// A spin box over one unsigned width. The limits lie within the width: beyond it a number that is
+/// entered would lose its upper bits.
+///
+///     rack_("rack", texts, rackProperty, {.get = ..., .set = ...},
+///           {.minimum = 0, .maximum = 7, .step = 1}, {.preferredWidth = 200})
 template <std::unsigned_integral Number>
 class SpinBox final : public SpinBoxControl {
 public:

@@ -25,7 +25,8 @@ public:
         std::u16string placeholder;
         int minimumWidth = 0;   // pixels; 0 leaves it to the layout
         int preferredWidth = 0; // pixels; 0 leaves it to the layout
-        /// Corrects what a user typed, after each edit; may be empty.
+        /// Corrects what a user typed, after each edit; may be empty. It leaves cursor and anchor
+        /// within the text.
         ControlFunction<void(TextEdit&)> fixUp;
     };
 

@@ -31,7 +31,7 @@ public:
     [[nodiscard]] static Uuid createVersion4();
 
     /// Reads the canonical form, 8-4-4-4-12 hexadecimal digits of either case; empty for any other
-    /// text.
+    /// text, one in braces included.
     [[nodiscard]] static std::optional<Uuid> parse(std::string_view text);
 
     /// The canonical form in lower case, 36 characters.
@@ -40,6 +40,7 @@ public:
     /// The 16 bytes, most significant first.
     [[nodiscard]] constexpr const RawData& rawData() const { return data_; }
 
+    /// In the order of the bytes, which means nothing and serves sorted containers.
     friend constexpr auto operator<=>(const Uuid&, const Uuid&) = default;
 
 private:

@@ -11,7 +11,14 @@ namespace corvane::utils::io {
 /// The buffer is open to its reader: [`cursor`, `bufferEnd`) holds bytes that are read but not yet
 /// consumed, so that a scanner runs over them with a plain pointer and says afterwards, through
 /// `advanceTo`, how far it came. `ensureBuffer` and every operation that consumes may replace the
-/// buffer; pointers into it do not survive them.
+/// buffer; pointers into it do not survive them. So what crosses the end of a buffer is collected:
+///
+///     for (bool found = false; !found && stream.ensureBuffer();) {
+///         const char* const end = string::findByte(stream.cursor(), stream.bufferEnd(), ';');
+///         word.append(stream.cursor(), end);
+///         found = end != stream.bufferEnd();
+///         stream.advanceTo(end);
+///     }
 ///
 /// Failures of the source are thrown as std::system_error by whatever operation met them.
 class CORVANE_EXPORT InputStream {

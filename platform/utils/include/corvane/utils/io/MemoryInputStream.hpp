@@ -7,9 +7,11 @@
 namespace corvane::utils::io {
 
 /// Reads bytes that somebody else keeps: they must outlive the stream. They are its buffer, so
-/// nothing is copied, and no operation of it can fail.
+/// nothing is copied, and no operation of it can fail but `readElement` at the end. `bufferEnd` is
+/// the end of the input from the beginning on.
 class CORVANE_EXPORT MemoryInputStream final : public InputStream {
 public:
+    /// Begins at the first of `bytes`, which may be none.
     explicit MemoryInputStream(std::string_view bytes) : bytes_(bytes) { rewind(); }
 
     void rewind() override { setBuffer(bytes_.data(), bytes_.data() + bytes_.size()); }

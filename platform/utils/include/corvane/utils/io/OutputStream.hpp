@@ -40,6 +40,11 @@ public:
 
     /// At least `size` (at most `kMaxReserve`) contiguous bytes to write into; what was really
     /// written becomes part of the output through `commit`. Nothing else may be written between.
+    ///
+    ///     char* const begin = stream.reserve(text.size() + 1);
+    ///     char* const end = string::copyText(begin, text);
+    ///     *end = ';';
+    ///     stream.commit(end + 1);
     [[nodiscard]] char* reserve(std::size_t size) {
         while (size > room())
             overflow();

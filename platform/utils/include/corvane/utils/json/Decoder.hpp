@@ -20,6 +20,18 @@
 /// members may be read in any order, more than once, or not at all. What is never read is never
 /// looked into: a misspelt `true` or a bad escape behind a member that nobody asks for goes
 /// unnoticed, while the structure around it (brackets, commas, colons) is always checked.
+///
+///     const Document document(std::move(text));
+///     auto object = document.root().asObject();
+///     while (const auto member = object.next()) {
+///         if (member->name.view() != "rack")
+///             continue;
+///         const auto digits = member->value.parseNumberString();
+///         if (const auto number = numeric::parseLeadingDigits<std::uint8_t>(digits))
+///             rack = *number;
+///         else
+///             member->value.throwRangeError(0, 255);
+///     }
 namespace corvane::utils::json::decoder {
 
 /// How many arrays and objects may stand inside one another. Far above what any project needs, and

@@ -16,6 +16,14 @@
 /// in the code that writes them. While an exception passes, destructors write nothing: the text is
 /// abandoned. A destructor may otherwise throw what the stream throws.
 ///
+///     Document document(stream, Format::compact);
+///     auto object = document.object();
+///     object.addNumber("rack", rack);
+///     {
+///         auto names = object.addArray("names");
+///         names.addStringView("north"); // {"rack":2,"names":["north"]}
+///     }
+///
 /// Strings are UTF-8. Bytes that are not are written as U+FFFD, so that a document is always valid.
 /// Beyond quotes, backslashes and control characters nothing is escaped.
 ///
@@ -122,10 +130,12 @@ public:
     [[nodiscard]] Object addObject(Key key);
     [[nodiscard]] Array addArray(Key key);
 
+    /// The text needs to live no longer than the call.
     void addStringView(Key key, std::string_view utf8) {
         member(key);
         writer_->string(utf8);
     }
+    /// Written as UTF-8; a lone surrogate becomes U+FFFD.
     void addWideString(Key key, std::u16string_view utf16) {
         member(key);
         writer_->wideString(utf16);
@@ -157,6 +167,7 @@ private:
 /// An open array. Its entries are written in the order of the calls, as Object's members are.
 class CORVANE_EXPORT Array : public detail::Scope {
 public:
+    // An entry that is an object or an array of its own: the result is its scope, as in Object.
     [[nodiscard]] Object addObject();
     [[nodiscard]] Array addArray();
     void addStringView(std::string_view utf8) {
@@ -192,6 +203,7 @@ public:
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
+    // The document must outlive the scope.
     [[nodiscard]] Array array() { return Array(writer_); }
     [[nodiscard]] Object object() { return Object(writer_); }
 

@@ -21,7 +21,8 @@ public:
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 
-    /// A piece of `size` bytes. Throws std::bad_alloc.
+    /// A piece of `size` bytes, which nothing has set to anything. Throws std::bad_alloc. A piece
+    /// larger than a block gets a block of its own size.
     [[nodiscard]] void* allocate(std::size_t size) {
         size = (size + kAlignment - 1) / kAlignment * kAlignment;
         if (size > static_cast<std::size_t>(end_ - next_))

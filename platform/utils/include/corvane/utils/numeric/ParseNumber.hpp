@@ -6,7 +6,8 @@
 #include <string_view>
 
 /// Decimal numbers as documents and forms carry them. Only the digits of ASCII count, no locale is
-/// asked, and neither a sign nor a blank belongs to a number.
+/// asked, and neither a sign nor a blank belongs to a number. The type that is asked for is the
+/// limit: 256 does not fit into 8 bits and gives nothing, where others would give 0 or 255.
 namespace corvane::utils::numeric {
 
 /// The number that the leading decimal digits of `text` give; what follows them is not looked at,

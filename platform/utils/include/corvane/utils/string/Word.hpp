@@ -8,6 +8,9 @@
 /// Eight bytes of text looked at at once. Each test returns a mask with bit 7 of a byte set where
 /// that byte has the property; bytes behind the first hit may be marked wrongly, so that a mask
 /// answers "any?" and "which is first?", and nothing else.
+///
+///     const auto hits = word::equalTo(word::load(text), ';');
+///     return hits == 0 ? nullptr : text + word::firstOf(hits);
 namespace corvane::utils::string::word {
 
 inline constexpr std::size_t kSize = sizeof(std::uint64_t);
