@@ -21,6 +21,7 @@ public:
             bits_ = static_cast<Bits>(bits_ | static_cast<Bits>(flag));
     }
 
+    /// Whether the set holds the flag; for a value of several bits, whether it holds any of them.
     [[nodiscard]] constexpr bool has(Enum flag) const {
         return (bits_ & static_cast<Bits>(flag)) != 0;
     }

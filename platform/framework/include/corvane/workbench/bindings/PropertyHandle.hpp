@@ -5,7 +5,8 @@
 namespace corvane::workbench::bindings {
 
 /// A property as a form sees it: visibility and error of one property of one controller, which
-/// outlives the handle.
+/// outlives the handle. Two words, to be copied like a pointer; asking it is asking the controller,
+/// so nothing has to be kept up to date.
 class PropertyHandle {
 public:
     PropertyHandle(PropertyController& controller, PropertyId id)

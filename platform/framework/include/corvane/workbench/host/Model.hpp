@@ -9,7 +9,8 @@
 
 namespace corvane::workbench::host {
 
-/// The tree of a project.
+/// The tree of a project, with the references that wait for elements of it. It belongs to the
+/// thread that owns the model, and its elements go with it, before the references that wait.
 class CORVANE_EXPORT Model {
 public:
     Model();
@@ -33,7 +34,8 @@ public:
     /// names an element without a name, which no tree has, and not the root.
     [[nodiscard]] model::Element* findElement(std::string_view path) const;
 
-    /// The references that wait for elements of this tree.
+    /// The references that wait for elements of this tree: those whose text names nothing yet.
+    /// A reference that has its element is not among them.
     [[nodiscard]] ReferenceTable& references() { return references_; }
 
     /// Gives waiting references their elements; true if any was resolved. Those that were are noted

@@ -10,6 +10,11 @@ namespace corvane::workbench::process {
 
 /// Something that an element reports at run time. Elements of a class share their event objects: an
 /// event is told from another by its address, and lives as long as its plug-in.
+///
+///     const Event kOverflow("overflow", {io::Direction::input});
+///
+/// An element publishes its events with its attributes and tasks when it is asked for its members,
+/// as `corvane members` does; nothing of them is saved.
 class CORVANE_EXPORT Event {
 public:
     /// `name` is what the runtime knows it by; it is not translated. `directions` is empty for an

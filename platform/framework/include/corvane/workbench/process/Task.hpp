@@ -7,7 +7,8 @@
 namespace corvane::workbench::process {
 
 /// Something that an element can be told to do at run time. Elements of a class share their task
-/// objects: a task is told from another by its address, and lives as long as its plug-in.
+/// objects: a task is told from another by its address, and lives as long as its plug-in. A task
+/// takes no arguments, and belongs to no direction of the traffic as attributes and events do.
 class CORVANE_EXPORT Task {
 public:
     /// `name` is what the runtime knows it by; it is not translated.

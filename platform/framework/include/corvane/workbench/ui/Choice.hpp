@@ -9,6 +9,13 @@ namespace corvane::workbench::ui {
 
 /// A choice of one out of a list of texts. What is stored is a code that never changes, so that
 /// documents do not depend on the language in which the texts are shown.
+///
+///     format_("format", texts, formatProperty, {.get = ..., .set = ...},
+///             {{u"dec", translate(kContext, "Decimal")}, {u"hex", translate(kContext, "Hex")}})
+///
+/// A stored value that none of the choices has, as a document of an older version may bring it, is
+/// shown as it is, and stays until another one is chosen; whether it is an error is for the
+/// property's validator to say.
 class CORVANE_EXPORT ChoiceList final : public Control {
 public:
     struct Choice {
@@ -24,11 +31,13 @@ public:
           accessor_(std::move(accessor)),
           choices_(std::move(choices)) {}
 
+    /// What is offered, in its order; the same for as long as the control lives.
     [[nodiscard]] const std::vector<Choice>& choices() const { return choices_; }
 
     /// The stored value, which need not be one that is offered.
     [[nodiscard]] ControlValue value() const override { return accessor_.get(); }
-    /// Takes the stored value of one of the choices.
+    /// Takes the stored value of one of the choices, not its text: a front end that lets a user
+    /// name either looks the text up in `choices`.
     SetResult setValue(const ControlValue& value) override;
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }
     [[nodiscard]] StoredValue storedValue() const override { return accessor_.get(); }
@@ -40,6 +49,9 @@ private:
 };
 
 /// A choice between false and true, each with a text of its own.
+///
+///     writable_("writable", texts, writableProperty, {.get = ..., .set = ...},
+///               translate(kContext, "Read Only"), translate(kContext, "Writable"))
 class CORVANE_EXPORT FlagChoice final : public Control {
 public:
     FlagChoice(std::string_view key, Texts texts, bindings::PropertyHandle property,

@@ -22,12 +22,15 @@ public:
     };
 
     [[nodiscard]] const Range& range() const { return range_; }
+    /// How the number is drawn. The command line, which draws nothing, prints it without zeros.
     [[nodiscard]] const Settings& settings() const { return settings_; }
 
     /// The reason for which a number outside the limits is refused; translated.
     [[nodiscard]] std::u16string limitsText() const;
 
-    /// Takes a number within the limits.
+    /// Takes a number within the limits. A text is refused, one of digits included: reading it is
+    /// the front end's work. So is knowing that the number which is there already is no change,
+    /// even outside the limits.
     SetResult setValue(const ControlValue& value) override;
 
     void accept(ControlVisitor& visitor) override { visitor.visit(*this); }

@@ -9,6 +9,8 @@
 /// that is one line contains any.
 namespace corvane::utils::string {
 
+/// Whether the code point is one of them. Characters that only change the direction of text are
+/// none.
 [[nodiscard]] constexpr bool isControlCharacter(char32_t codePoint) {
     return codePoint < 0x20 || (codePoint >= 0x7f && codePoint < 0xa0);
 }

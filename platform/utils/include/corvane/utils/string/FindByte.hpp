@@ -5,7 +5,8 @@
 #include <cstring>
 
 /// Searches in text that is given by its ends. No byte means anything but itself: zeros and bytes
-/// of UTF-8 are looked for like any other.
+/// of UTF-8 are looked for like any other. A byte below 0x80 stands in UTF-8 for itself only, so
+/// what is found of those is never the inside of another character.
 namespace corvane::utils::string {
 
 /// The first `byte` in [begin, end), or `end`.
