@@ -14,7 +14,8 @@ headers="platform/utils/include/corvane/utils/io/Stream.hpp
     platform/utils/tests/Folder.hpp
     platform/framework/include/corvane/workbench/model/Element.hpp
     platform/framework/include/corvane/workbench/host/Tree.hpp
-    platform/framework/src/host/Internals.hpp
+    platform/framework/include/corvane/workbench/Flags.hpp
+    platform/framework/src/model/Internals.hpp
     plugins/s7/address/Address.hpp
     plugins/s7/dbimport/Import.hpp
     plugins/s7/dbimport/facts/Keywords.hpp
@@ -74,6 +75,12 @@ verdict workbench/gui/window/a.cpp '"workbench/cli/verbs/Verbs.hpp"' "gui must n
 verdict workbench/gui/window/a.cpp '"workbench/core/project/Project.hpp"' ""
 
 # Between the rooms of a piece.
+verdict platform/framework/src/model/a.cpp "$tree_header" "model must not know host"
+verdict platform/framework/src/model/a.cpp "$element" ""
+verdict platform/framework/src/model/a.cpp '"model/Internals.hpp"' ""
+verdict platform/framework/src/host/a.cpp "$element" ""
+verdict "$public/model/A.hpp" '<corvane/workbench/Flags.hpp>' ""
+verdict "$public/io/A.hpp" "$element" "io must not know model"
 verdict plugins/s7/dbimport/reader/a.cpp '"dbimport/facts/Keywords.hpp"' ""
 verdict plugins/s7/dbimport/reader/a.cpp '"dbimport/tree/Node.hpp"' "reader must not know tree"
 verdict plugins/s7/dbimport/tree/a.cpp '"dbimport/Import.hpp"' \
@@ -90,10 +97,9 @@ verdict plugins/s7/dbimport/tree/a.cpp "$tree_header" "only the host's"
 verdict plugins/s7/tests/forms/a.cpp "$tree_header" ""
 verdict "$public/model/A.hpp" "$tree_header" "only the host's"
 verdict "$public/host/A.hpp" "$tree_header" ""
-verdict platform/framework/src/model/a.cpp "$tree_header" ""
-verdict platform/framework/src/model/a.cpp '"host/Internals.hpp"' ""
+verdict platform/framework/src/host/a.cpp '"model/Internals.hpp"' ""
 verdict workbench/core/edit/a.cpp "$tree_header" ""
-verdict workbench/core/edit/a.cpp '"host/Internals.hpp"' "not a public header of framework"
+verdict workbench/core/edit/a.cpp '"model/Internals.hpp"' "not a public header of framework"
 
 # Tests, and what is neither ours nor the standard library's.
 verdict workbench/core/project/a.cpp '"Folder.hpp"' "a test's header"

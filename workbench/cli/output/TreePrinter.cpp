@@ -208,7 +208,7 @@ void printTree(TextOutput& output, core::ElementList elements) {
 }
 
 void printTree(TextOutput& output, const model::Element& element) {
-    const auto siblings = element.model()->parentOf(element).childElements();
+    const auto siblings = host::modelOf(element)->parentOf(element).childElements();
     const auto self = std::ranges::find(siblings, &element, &std::unique_ptr<model::Element>::get);
     printTree(output, core::ElementList(self, 1));
 }

@@ -44,8 +44,7 @@ FormPanel::FormPanel(ProjectSession& session, ClassIcons& icons, QWidget* parent
     });
     connect(session_, &ProjectSession::projectDropped, this, [this] { element_ = nullptr; });
     connect(session_, &ProjectSession::resetEnds, this, [this] {
-        const bool stands =
-            element_ != nullptr && element_->model() == &session_->project().model();
+        const bool stands = element_ != nullptr && element_->tree() == &session_->project().model();
         showElement(stands ? element_ : nullptr);
         if (focusAfterReset_)
             focusField(*focusAfterReset_);

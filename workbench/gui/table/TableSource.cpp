@@ -54,7 +54,7 @@ void TableSource::restart() {
     next_.clear();
     stale_ = false;
     const bool stands = scope_ == &session_->root() ||
-                        (scope_ != nullptr && scope_->model() == &session_->project().model());
+                        (scope_ != nullptr && scope_->tree() == &session_->project().model());
     if (!stands)
         scope_ = &session_->root();
     slicer_.start([this, walk = TreeWalk(*scope_)]() mutable { return collect(walk); });

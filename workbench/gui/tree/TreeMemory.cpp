@@ -91,14 +91,14 @@ void TreeMemory::endStep(Way way, bool good) {
     const bool isKnown = step_ < steps_.size() && steps_[step_];
     if (way != Way::forth && isKnown)
         emit wanted(way == Way::back ? steps_[step_]->before : steps_[step_]->after);
-    else if (before_.current != nullptr && before_.current->model() != &session_->project().model())
+    else if (before_.current != nullptr && before_.current->tree() != &session_->project().model())
         takeNeighbour();
 }
 
 // What stands now where the current element stood, or the last one before it, or what is above.
 void TreeMemory::takeNeighbour() {
     auto* neighbour = place_.parent;
-    if (neighbour->model() != &session_->project().model())
+    if (neighbour->tree() != &session_->project().model())
         return;
     if (const auto siblings = neighbour->childElements(); !siblings.empty())
         neighbour = siblings[std::min(place_.position, siblings.size() - 1)].get();

@@ -152,7 +152,7 @@ QModelIndex TreeModel::known(model::Element& element) const {
 }
 
 QModelIndex TreeModel::indexOf(model::Element& element) {
-    if (detached_ || element.model() != &session_->project().model())
+    if (detached_ || element.tree() != &session_->project().model())
         return {};
     for (auto* one = &element; one != nullptr; one = one->parentElement()) {
         auto& above = parentOf(*one);

@@ -192,7 +192,7 @@ void TreePanel::restoreState() {
         memory_->expandLater(*kept_);
     }
     memory_->restoreExpanded();
-    if (kept_ != nullptr && kept_->model() == &session_->project().model())
+    if (kept_ != nullptr && kept_->tree() == &session_->project().model())
         select(*kept_);
     emit selectionChanged();
     emit currentChanged(current());

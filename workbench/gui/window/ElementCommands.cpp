@@ -136,7 +136,7 @@ void ElementCommands::put() {
 void ElementCommands::dropLostPickedUp() {
     auto standing = pickedUp_;
     std::erase_if(standing, [&](const auto* element) {
-        return element->model() != &session_->project().model();
+        return element->tree() != &session_->project().model();
     });
     if (standing.size() != pickedUp_.size())
         setPickedUp(std::move(standing));

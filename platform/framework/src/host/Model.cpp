@@ -1,10 +1,11 @@
 #include <corvane/workbench/host/Model.hpp>
 
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 namespace corvane::workbench::host {
 
 using model::Element;
+using model::Internals;
 
 Model::Model() : root_(Internals::makeRoot(this)) {}
 
@@ -28,5 +29,8 @@ Element* Model::findElement(std::string_view path) const {
 bool Model::resolveReferences(ReferenceLog* found) {
     return references_.resolve([this](std::string_view text) { return findElement(text); }, found);
 }
+
+// No other class is a tree.
+Model* modelOf(const Element& element) { return static_cast<Model*>(Internals::tree(element)); }
 
 } // namespace corvane::workbench::host

@@ -3,7 +3,7 @@
 #include <corvane/workbench/host/Model.hpp>
 #include <corvane/workbench/model/Element.hpp>
 
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 #include <algorithm>
 #include <ranges>
@@ -12,6 +12,7 @@ namespace corvane::workbench::host {
 
 using model::Element;
 using model::ElementReference;
+using model::Internals;
 
 void ReferenceLog::collect(Element& element) {
     for (auto* data = Internals::references(element); data != nullptr;
@@ -40,8 +41,8 @@ void ReferenceLog::detach(Model& model) const {
 void ReferenceLog::attach() const {
     for (const auto& [reference, element, text] : std::views::reverse(entries_)) {
         auto& data = *Internals::dataOf(reference);
-        if (auto* const table = Internals::table(data))
-            table->forget(data);
+        if (auto* const keeper = Internals::keeper(data))
+            keeper->forget(data);
         if (auto* const other = Internals::element(data))
             Internals::removeReference(*other, data);
         Internals::addReference(*element, data);

@@ -3,7 +3,7 @@
 #include <corvane/workbench/host/ReferenceLog.hpp>
 #include <corvane/workbench/model/Element.hpp>
 
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 #include <utility>
 #include <vector>
@@ -13,10 +13,11 @@ namespace corvane::workbench::host {
 using model::Element;
 using model::ElementReference;
 using model::ElementReferenceData;
+using model::Internals;
 
 ReferenceTable::~ReferenceTable() {
     for (const auto& entry : waiting_)
-        Internals::table(*entry.second) = nullptr;
+        Internals::keeper(*entry.second) = nullptr;
 }
 
 ElementReference ReferenceTable::reference(std::string_view text) {
@@ -48,7 +49,7 @@ bool ReferenceTable::resolve(function_ref<Element*(std::string_view)> find, Refe
 
 void ReferenceTable::takeOver(ReferenceTable& other) {
     for (const auto& [text, data] : other.waiting_) {
-        Internals::table(*data) = this;
+        Internals::keeper(*data) = this;
         waiting_.emplace(text, data);
     }
     other.waiting_.clear();
@@ -60,13 +61,13 @@ void ReferenceTable::forget(ElementReferenceData& data) {
     while (entry != end && entry->second != &data)
         ++entry;
     waiting_.erase(entry);
-    Internals::table(data) = nullptr;
+    Internals::keeper(data) = nullptr;
     if (last_ == &data)
         last_ = nullptr;
 }
 
 void ReferenceTable::add(ElementReferenceData& data) {
-    Internals::table(data) = this;
+    Internals::keeper(data) = this;
     waiting_.emplace(Internals::text(data), &data);
     last_ = &data;
 }

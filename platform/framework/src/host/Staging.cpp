@@ -2,13 +2,14 @@
 
 #include <corvane/workbench/host/Tree.hpp>
 
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 #include <utility>
 
 namespace corvane::workbench::host {
 
 using model::Element;
+using model::Internals;
 
 Staging::Staging(Element& target) : target_(&target), holder_(Internals::makeRoot(nullptr)) {}
 

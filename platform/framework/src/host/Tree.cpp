@@ -2,7 +2,7 @@
 
 #include <corvane/workbench/host/Model.hpp>
 
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -10,11 +10,12 @@
 namespace corvane::workbench::host {
 
 using model::Element;
+using model::Internals;
 
 namespace {
 
 void notePathChange(const Element& element) {
-    if (Model* const tree = element.model(); tree != nullptr)
+    if (Model* const tree = modelOf(element))
         tree->notePathChange();
 }
 
@@ -46,7 +47,7 @@ Element& appendChild(Element& parent, std::unique_ptr<Element> child, std::strin
 
 std::unique_ptr<Element> removeChild(Element& parent, const Element& child) {
     auto removed = Internals::children(parent).remove(child);
-    setReferencesWaiting(*removed, parent.model());
+    setReferencesWaiting(*removed, modelOf(parent));
     notePathChange(parent);
     Internals::setParent(*removed, nullptr);
     return removed;
@@ -94,7 +95,13 @@ void renameAll(std::span<const NewName> names) {
         const auto end = std::ranges::find_if(
             names, [&](const NewName& one) { return Internals::parent(*one.element) != parent; });
         const auto siblings = static_cast<std::size_t>(end - names.begin());
-        Internals::children(*parent).changeNames(names.first(siblings));
+        std::vector<Element*> children;
+        std::vector<std::string_view> wanted;
+        for (const auto& [child, name] : names.first(siblings)) {
+            children.push_back(child);
+            wanted.push_back(name);
+        }
+        Internals::children(*parent).changeNames(children, wanted);
         notePathChange(*parent);
         names = names.subspan(siblings);
     }

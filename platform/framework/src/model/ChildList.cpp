@@ -1,6 +1,6 @@
 #include "model/ChildList.hpp"
 
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 #include <corvane/utils/numeric/FormatNumber.hpp>
 
@@ -81,38 +81,39 @@ void ChildList::insert(std::uint32_t hash, std::uint32_t position) const {
 void ChildList::changeName(Element& child, std::string name) {
     nextNumbers_.reset(); // the old name, perhaps a numbered one, is free again
     if (slots_.empty()) {
-        host::Internals::name(child) = std::move(name);
+        Internals::name(child) = std::move(name);
         return;
     }
     Slot* const slot = findSlot(child.name());
     const auto position = std::exchange(slot->position, kLeft);
-    host::Internals::name(child) = std::move(name);
+    Internals::name(child) = std::move(name);
     enter(child, position);
 }
 
 // A child that waits for its new name has none meanwhile, and does not stand in the index: no other
 // name can be like it, whatever characters names are made of.
-void ChildList::changeNames(std::span<const host::NewName> names) {
+void ChildList::changeNames(std::span<Element* const> children,
+                            std::span<const std::string_view> names) {
     const bool indexed = elements_.size() > kSearchedAsItIs;
     std::vector<std::uint32_t> positions(indexed ? names.size() : 0);
     std::vector<std::string> before(names.size());
     nextNumbers_.reset(); // the old names are free again
     for (std::size_t i = 0; i != names.size(); ++i) {
-        Element& child = *names[i].element;
+        Element& child = *children[i];
         if (indexed)
             positions[i] = std::exchange(findSlot(child.name())->position, kLeft);
-        before[i].swap(host::Internals::name(child));
+        before[i].swap(Internals::name(child));
     }
     try {
         for (std::size_t i = 0; i != names.size(); ++i) {
-            Element& child = *names[i].element;
-            host::Internals::name(child) = freeName(names[i].name, nullptr);
+            Element& child = *children[i];
+            Internals::name(child) = freeName(names[i], nullptr);
             if (indexed)
                 enter(child, positions[i]);
         }
     } catch (...) {
         for (std::size_t i = 0; i != names.size(); ++i)
-            host::Internals::name(*names[i].element).swap(before[i]);
+            Internals::name(*children[i]).swap(before[i]);
         dropIndex();
         nextNumbers_.reset();
         throw;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <corvane/workbench/host/Tree.hpp>
 #include <corvane/workbench/model/Element.hpp>
 
 #include <cstdint>
@@ -46,9 +45,9 @@ public:
     /// Gives a child a name that is free.
     void changeName(Element& child, std::string name);
 
-    /// Gives children, each once, other names; all give up theirs before the first takes its new
-    /// one, or the first free one made from it. What is thrown leaves them their old ones.
-    void changeNames(std::span<const host::NewName> names);
+    /// Gives children, each once, other names, as many; all give up theirs before the first takes
+    /// its new one, or the first free one made from it. What is thrown leaves them their old ones.
+    void changeNames(std::span<Element* const> children, std::span<const std::string_view> names);
 
 private:
     struct Slot {

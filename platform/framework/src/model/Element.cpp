@@ -1,7 +1,7 @@
 #include <corvane/workbench/model/Element.hpp>
 
-#include "host/Internals.hpp"
 #include "model/ChildList.hpp"
+#include "model/Internals.hpp"
 
 #include <ranges>
 #include <utility>
@@ -26,10 +26,10 @@ void appendEscaped(std::string& path, std::string_view name) {
 
 Element::Element(const skill::Element::Class& elementClass, std::unique_ptr<skill::Element> element)
     : elementClass_(&elementClass), skillElement_(std::move(element)) {
-    host::Internals::setModelElement(*skillElement_, this);
+    Internals::setModelElement(*skillElement_, this);
 }
 
-Element::Element(host::Model* model) : model_(model) {}
+Element::Element(Tree* tree) : tree_(tree) {}
 
 Element::~Element() {
     utils::thread::expectOwner();
@@ -37,7 +37,7 @@ Element::~Element() {
     children_.reset();
     skillElement_.reset();
     if (references_ != nullptr)
-        host::Internals::letReferencesGo(*this);
+        Internals::letReferencesGo(*this);
 }
 
 std::span<const std::unique_ptr<Element>> Element::childElements() const {
@@ -50,7 +50,7 @@ Element* Element::findChild(std::string_view name) const {
     return children_ == nullptr ? nullptr : children_->find(name);
 }
 
-ElementReference Element::makeReference() { return host::Internals::makeReference(*this); }
+ElementReference Element::makeReference() { return Internals::makeReference(*this); }
 
 std::string Element::path() const {
     std::vector<const std::string*> names;
@@ -64,12 +64,7 @@ std::string Element::path() const {
     return path;
 }
 
-host::Model* Element::model() const {
-    const auto* element = this;
-    while (element->parent_ != nullptr)
-        element = element->parent_;
-    return element->model_;
-}
+const Tree* Element::tree() const { return Internals::tree(*this); }
 
 unsigned Element::depth() const {
     unsigned depth = 0;

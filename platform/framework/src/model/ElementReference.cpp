@@ -1,12 +1,10 @@
 #include <corvane/workbench/model/ElementReference.hpp>
 
 #include <corvane/utils/string/Utf.hpp>
-#include <corvane/workbench/host/Model.hpp>
-#include <corvane/workbench/host/ReferenceTable.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
 #include <corvane/workbench/model/Element.hpp>
 
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 namespace corvane::workbench::model {
 
@@ -19,10 +17,10 @@ constexpr std::string_view kTextContext = "corvane::workbench::model::ElementRef
 std::string_view ElementReferenceData::text() const {
     if (element_ == nullptr)
         return text_;
-    const host::Model* const model = element_->model();
-    if (model == nullptr || textEpoch_ != model->epoch()) {
+    const Tree* const tree = element_->tree();
+    if (tree == nullptr || textEpoch_ != tree->epoch()) {
         text_ = element_->path();
-        textEpoch_ = model == nullptr ? 0 : model->epoch();
+        textEpoch_ = tree == nullptr ? 0 : tree->epoch();
     }
     return text_;
 }
@@ -34,9 +32,9 @@ void ElementReferenceData::saveTo(utils::json::encoder::Object& members,
 
 void ElementReferenceData::release() {
     if (element_ != nullptr)
-        host::Internals::removeReference(*element_, *this);
-    if (table_ != nullptr)
-        table_->forget(*this);
+        Internals::removeReference(*element_, *this);
+    if (keeper_ != nullptr)
+        keeper_->forget(*this);
     delete this;
 }
 

@@ -133,7 +133,7 @@ std::vector<model::Element*> ReferenceChooser::candidates() const {
 
 model::Element* ReferenceChooser::candidateAt(std::string_view path) const {
     const auto* const scope = candidates_.scope();
-    const auto* const model = scope->model();
+    const auto* const model = host::modelOf(*scope);
     auto* const element = model == nullptr ? nullptr : model->findElement(path);
     if (element == nullptr || !candidates_.accepts(*element))
         return nullptr;

@@ -14,7 +14,7 @@ TEST(Model, HasANamelessRoot) {
     host::Model model;
     EXPECT_EQ(model.root().name(), "");
     EXPECT_EQ(model.root().getSkillElement(), nullptr);
-    EXPECT_EQ(model.root().model(), &model);
+    EXPECT_EQ(model.root().tree(), &model);
     EXPECT_TRUE(std::as_const(model).root().childElements().empty());
 }
 

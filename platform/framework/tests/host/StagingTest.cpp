@@ -34,7 +34,7 @@ TEST_F(StagingTest, StagedElementsSeeTheTreeWhichDoesNotKnowThem) {
     EXPECT_EQ(cell.findAncestor<Station>(), line_.getSkillElement());
     EXPECT_EQ(motor.path(), "/line/cell/motor");
     EXPECT_EQ(motor.getSkillElement()->primaryKey(), "line.cell.motor");
-    EXPECT_EQ(motor.model(), &model_);
+    EXPECT_EQ(motor.tree(), &model_);
     EXPECT_EQ(motor.depth(), 3u);
 
     EXPECT_EQ(namesOf(line_), "pump,");

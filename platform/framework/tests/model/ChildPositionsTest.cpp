@@ -45,7 +45,7 @@ TEST_F(ChildPositionsTest, ChildrenComeBackToWhereTheyWere) {
         for (std::size_t i = 0; i != taken.size(); ++i) {
             EXPECT_EQ(taken[i]->name(), std::to_string(positions[i]));
             EXPECT_EQ(taken[i]->parentElement(), nullptr);
-            EXPECT_EQ(taken[i]->model(), nullptr);
+            EXPECT_EQ(taken[i]->tree(), nullptr);
             EXPECT_EQ(line_.findChild(taken[i]->name()), nullptr);
         }
         host::putChildren(line_, std::move(taken), positions);

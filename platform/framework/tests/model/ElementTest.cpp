@@ -28,7 +28,7 @@ TEST(Element, StandsNowhereAtFirst) {
     const auto element = make<Machine>();
     EXPECT_EQ(element->name(), "");
     EXPECT_EQ(element->parentElement(), nullptr);
-    EXPECT_EQ(element->model(), nullptr);
+    EXPECT_EQ(element->tree(), nullptr);
     EXPECT_TRUE(element->childElements().empty());
     EXPECT_EQ(element->findChild("any"), nullptr);
 }
@@ -45,7 +45,7 @@ TEST(Element, KnowsItsPlace) {
     EXPECT_EQ(pump.depth(), 3u);
     EXPECT_EQ(line.depth(), 1u);
     EXPECT_EQ(model.root().depth(), 0u);
-    EXPECT_EQ(pump.model(), &model);
+    EXPECT_EQ(pump.tree(), &model);
     EXPECT_EQ(pump.path(), "/line/cell/pump");
     EXPECT_EQ(line.path(), "/line");
 }
@@ -85,7 +85,7 @@ TEST(Element, RemovedStandsNowhere) {
     const auto removed = host::removeChild(line, cell);
     EXPECT_EQ(removed.get(), &cell);
     EXPECT_EQ(cell.parentElement(), nullptr);
-    EXPECT_EQ(cell.model(), nullptr);
+    EXPECT_EQ(cell.tree(), nullptr);
     EXPECT_EQ(pump.parentElement(), &cell);
     EXPECT_EQ(model.findElement("/line/cell"), nullptr);
 }

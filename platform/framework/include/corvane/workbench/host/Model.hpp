@@ -4,18 +4,15 @@
 #include <corvane/workbench/host/ReferenceTable.hpp>
 #include <corvane/workbench/model/Element.hpp>
 
-#include <cstdint>
 #include <string_view>
 
 namespace corvane::workbench::host {
 
 /// The tree of a project, with the references that wait for elements of it. It belongs to the
 /// thread that owns the model, and its elements go with it, before the references that wait.
-class CORVANE_EXPORT Model {
+class CORVANE_EXPORT Model final : public model::Tree {
 public:
     Model();
-    Model(const Model&) = delete;
-    Model& operator=(const Model&) = delete;
     ~Model();
 
     /// The nameless element above those at the top; it has no skill element.
@@ -42,12 +39,8 @@ public:
     /// in `found` where there is one.
     bool resolveReferences(ReferenceLog* found = nullptr);
 
-    /// Grows with every change of a name or a place: what was derived from paths is valid as long
-    /// as it stays the same.
-    [[nodiscard]] std::uint64_t epoch() const { return epoch_; }
-
     /// To be called by whoever changes a name or a place.
-    void notePathChange() { ++epoch_; }
+    using Tree::notePathChange;
 
 private:
     template <class E>
@@ -56,9 +49,11 @@ private:
         return parent == nullptr ? root : *parent;
     }
 
-    std::uint64_t epoch_ = 1;
     ReferenceTable references_;
     model::Element root_;
 };
+
+/// The tree that an element stands in; null if it stands in none.
+[[nodiscard]] CORVANE_EXPORT Model* modelOf(const model::Element& element);
 
 } // namespace corvane::workbench::host

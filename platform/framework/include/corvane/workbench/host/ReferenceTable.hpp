@@ -16,7 +16,7 @@ class ReferenceLog;
 ///
 /// All references with the same text share one data object, so a reference costs one look-up, and
 /// resolving costs one step per distinct text however many elements refer to it.
-class CORVANE_EXPORT ReferenceTable {
+class CORVANE_EXPORT ReferenceTable final : public model::ReferenceKeeper {
 public:
     ReferenceTable() = default;
     ReferenceTable(const ReferenceTable&) = delete;
@@ -41,8 +41,7 @@ public:
     /// Lets a reference wait that has lost its element; it waits nowhere yet.
     void add(model::ElementReferenceData& data);
 
-    /// Lets a reference that waits here wait no more.
-    void forget(model::ElementReferenceData& data);
+    void forget(model::ElementReferenceData& data) override;
 
 private:
     // Keys are views of the data objects' own texts. A text can wait twice, once removed from the

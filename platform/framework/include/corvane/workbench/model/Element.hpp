@@ -15,14 +15,30 @@
 #include <string_view>
 #include <vector>
 
-namespace corvane::workbench::host {
-class Internals;
-class Model;
-} // namespace corvane::workbench::host
-
 namespace corvane::workbench::model {
 
 class ChildList;
+class Internals;
+
+/// A tree of elements, as far as they know of it. The host's model of a project is one.
+class CORVANE_EXPORT Tree {
+public:
+    Tree(const Tree&) = delete;
+    Tree& operator=(const Tree&) = delete;
+
+    /// Grows with every change of a name or a place: what was derived from paths is valid as long
+    /// as it stays the same.
+    [[nodiscard]] std::uint64_t epoch() const { return epoch_; }
+
+protected:
+    Tree() = default;
+    ~Tree() = default;
+
+    void notePathChange() { ++epoch_; }
+
+private:
+    std::uint64_t epoch_ = 1;
+};
 
 /// A node of the project tree: its name, its place, and the plug-in's half of the element.
 ///
@@ -98,9 +114,8 @@ public:
     /// which host::Model does not find by it. Put together at each call.
     [[nodiscard]] std::string path() const;
 
-    /// The tree that the element stands in, which only the host can look into; null if it stands in
-    /// none.
-    [[nodiscard]] host::Model* model() const;
+    /// The tree that the element stands in; null if it stands in none.
+    [[nodiscard]] const Tree* tree() const;
 
     /// Whether this is what the elements at the top of a project stand below. It is no element of
     /// the project: it has no name, no class and no skill element.
@@ -114,9 +129,9 @@ public:
 
 private:
     // Whatever changes an element or its place is the host's, and goes through this one.
-    friend class host::Internals;
+    friend class Internals;
 
-    explicit Element(host::Model* model); // the root of a model, or of what is being staged
+    explicit Element(Tree* tree); // the root of a tree, or of what is being staged
 
     std::string name_;
     Element* parent_ = nullptr;
@@ -125,8 +140,8 @@ private:
     std::unique_ptr<ChildList> children_; // null while there never was a child
     ElementReferenceData* references_ = nullptr;
     bool parentIsRoot_ = false;
-    bool paired_ = false;          // an element that is being imported has taken its place
-    host::Model* model_ = nullptr; // of a root only
+    bool paired_ = false;  // an element that is being imported has taken its place
+    Tree* tree_ = nullptr; // of a root only
 };
 
 } // namespace corvane::workbench::model

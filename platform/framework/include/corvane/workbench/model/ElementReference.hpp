@@ -11,14 +11,24 @@
 #include <string_view>
 #include <utility>
 
-namespace corvane::workbench::host {
-class Internals;
-class ReferenceTable;
-} // namespace corvane::workbench::host
-
 namespace corvane::workbench::model {
 
 class Element;
+class ElementReferenceData;
+class Internals;
+
+/// Where references wait for elements that are missing, which is the host's affair.
+class CORVANE_EXPORT ReferenceKeeper {
+public:
+    /// Lets a reference that waits here wait no more.
+    virtual void forget(ElementReferenceData& data) = 0;
+
+protected:
+    ReferenceKeeper() = default;
+    ReferenceKeeper(const ReferenceKeeper&) = default;
+    ReferenceKeeper& operator=(const ReferenceKeeper&) = default;
+    ~ReferenceKeeper() = default;
+};
 
 /// What all references to one element share: the element, or the text of one that is missing.
 ///
@@ -42,7 +52,7 @@ public:
 
 private:
     friend class ElementReference;
-    friend class host::Internals;
+    friend class Internals;
     explicit ElementReferenceData(std::string text) : text_(std::move(text)) {}
     ~ElementReferenceData() = default;
     void release();
@@ -50,7 +60,7 @@ private:
     std::uint32_t uses_ = 0;
     Element* element_ = nullptr;
     ElementReferenceData* nextOfElement_ = nullptr; // an element may have several of these
-    host::ReferenceTable* table_ = nullptr;         // where it waits while the element is missing
+    ReferenceKeeper* keeper_ = nullptr;             // where it waits while the element is missing
     mutable std::string text_;
     mutable std::uint64_t textEpoch_ = 0; // of the tree in which text_ was formed
 };
@@ -112,7 +122,7 @@ public:
     }
 
 private:
-    friend class host::Internals;
+    friend class Internals;
     explicit ElementReference(ElementReferenceData* data) : data_(data) {
         if (data_ == nullptr)
             return;

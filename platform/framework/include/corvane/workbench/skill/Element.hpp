@@ -17,12 +17,10 @@
 namespace corvane::workbench::config {
 class Context;
 }
-namespace corvane::workbench::host {
-class Internals;
-}
 namespace corvane::workbench::model {
 class Attribute;
 class Element;
+class Internals;
 } // namespace corvane::workbench::model
 namespace corvane::workbench::process {
 class Event;
@@ -143,7 +141,7 @@ protected:
     void publishElementMembers();
 
 private:
-    friend class host::Internals;
+    friend class model::Internals;
     model::Element* modelElement_ = nullptr;
 };
 

@@ -1,14 +1,14 @@
-#include "host/Internals.hpp"
+#include "model/Internals.hpp"
 
 #include <algorithm>
 #include <stdexcept>
 
-namespace corvane::workbench::host {
+namespace corvane::workbench::model {
 
 namespace {
 
 /// How many levels there are below an element.
-unsigned heightOf(const model::Element& element) {
+unsigned heightOf(const Element& element) {
     unsigned below = 0;
     for (const auto& child : element.childElements())
         below = std::max(below, heightOf(*child) + 1);
@@ -17,25 +17,32 @@ unsigned heightOf(const model::Element& element) {
 
 } // namespace
 
+Tree* Internals::tree(const Element& element) {
+    const auto* root = &element;
+    while (root->parent_ != nullptr)
+        root = root->parent_;
+    return root->tree_;
+}
+
 void Internals::requireRoom(unsigned depthOfParent, const Element& child) {
     if (depthOfParent + heightOf(child) >= Element::kMaxDepth)
         throw std::runtime_error("elements are nested too deeply");
 }
 
-model::ElementReference Internals::makeReference(Element& element) {
+ElementReference Internals::makeReference(Element& element) {
     if (element.references_ == nullptr)
         addReference(element, makeData(std::string()));
     return referTo(element.references_);
 }
 
-void Internals::addReference(Element& element, Data& data) {
+void Internals::addReference(Element& element, ElementReferenceData& data) {
     utils::thread::expectOwner();
     data.element_ = &element;
     data.textEpoch_ = 0;
     data.nextOfElement_ = std::exchange(element.references_, &data);
 }
 
-void Internals::removeReference(Element& element, Data& data) {
+void Internals::removeReference(Element& element, ElementReferenceData& data) {
     utils::thread::expectOwner();
     auto** link = &element.references_;
     while (*link != &data)
@@ -52,4 +59,4 @@ void Internals::letReferencesGo(Element& element) {
     }
 }
 
-} // namespace corvane::workbench::host
+} // namespace corvane::workbench::model

@@ -9,20 +9,19 @@
 #include <string>
 #include <utility>
 
-namespace corvane::workbench::host {
-
-class Model;
-class ReferenceTable;
+namespace corvane::workbench::model {
 
 /// The one friend of elements and references: what the host's operations need beyond what everybody
 /// may ask. Only the sources of this library see it.
 class Internals {
 public:
-    using Element = model::Element;
-    using Data = model::ElementReferenceData;
+    using Data = ElementReferenceData;
 
-    /// An element without a class: the root of `model`, or of what is being staged (null).
-    static Element makeRoot(Model* model) { return Element(model); }
+    /// An element without a class: the root of `tree`, or of what is being staged (null).
+    static Element makeRoot(Tree* tree) { return Element(tree); }
+
+    /// The tree that the element stands in; null if it stands in none.
+    static Tree* tree(const Element& element);
 
     static std::string& name(Element& element) { return element.name_; }
 
@@ -36,10 +35,10 @@ public:
     }
 
     /// The list of children, made where there never was one.
-    static model::ChildList& children(Element& element) {
+    static ChildList& children(Element& element) {
         utils::thread::expectOwner();
         if (element.children_ == nullptr)
-            element.children_ = std::make_unique<model::ChildList>();
+            element.children_ = std::make_unique<ChildList>();
         return *element.children_;
     }
 
@@ -62,16 +61,16 @@ public:
     // References. An element knows the data of those that refer to it, in a chain.
 
     static Data& makeData(std::string text) { return *new Data(std::move(text)); }
-    static model::ElementReference referTo(Data* data) { return model::ElementReference(data); }
-    static Data* dataOf(const model::ElementReference& reference) { return reference.data_; }
+    static ElementReference referTo(Data* data) { return ElementReference(data); }
+    static Data* dataOf(const ElementReference& reference) { return reference.data_; }
 
     static Element*& element(Data& data) { return data.element_; }
-    static ReferenceTable*& table(Data& data) { return data.table_; }
+    static ReferenceKeeper*& keeper(Data& data) { return data.keeper_; }
     static std::string& text(Data& data) { return data.text_; }
     static Data* next(const Data& data) { return data.nextOfElement_; }
     static Data* references(const Element& element) { return element.references_; }
 
-    static model::ElementReference makeReference(Element& element);
+    static ElementReference makeReference(Element& element);
     static void addReference(Element& element, Data& data);
     static void removeReference(Element& element, Data& data);
 
@@ -79,4 +78,4 @@ public:
     static void letReferencesGo(Element& element);
 };
 
-} // namespace corvane::workbench::host
+} // namespace corvane::workbench::model
