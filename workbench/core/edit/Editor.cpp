@@ -64,6 +64,10 @@ Project& Editor::project() const { return history_->workspace.project(); }
 
 void Editor::setObserver(EditObserver* observer) { history_->workspace.setObserver(observer); }
 
+void Editor::setProgress(Progress progress) {
+    history_->workspace.setProgress(std::move(progress));
+}
+
 void Editor::setValues(Element& element, std::span<const FieldValue> values) {
     setAll(std::array{&element}, values);
 }

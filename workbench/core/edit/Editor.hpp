@@ -4,6 +4,7 @@
 #include "workbench/core/edit/workspace/EditText.hpp"
 #include "workbench/core/edit/workspace/Fields.hpp"
 #include "workbench/core/edit/workspace/LostReferences.hpp"
+#include "workbench/core/edit/workspace/Workspace.hpp"
 #include "workbench/core/import/ImportReport.hpp"
 #include "workbench/core/import/ImportWarnings.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
@@ -39,6 +40,12 @@ public:
 
     /// One observer at a time; null for none.
     void setObserver(EditObserver* observer);
+
+    /// Told by edits of many values how many of how many elements are done, so that they can be
+    /// shown and stopped: after false, the edit takes back what it has done and throws EditStopped.
+    /// Undo and redo cannot be stopped.
+    using Progress = Workspace::Progress;
+    void setProgress(Progress progress);
 
     /// Sets fields of one element through its form, all or none. Throws EditError, naming the label
     /// and the reason. A value that the field has already is no change; no change is no step.

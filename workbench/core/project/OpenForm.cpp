@@ -6,7 +6,6 @@
 #include <corvane/workbench/host/Tree.hpp>
 
 #include <algorithm>
-#include <map>
 
 namespace corvane::workbench::core {
 
@@ -49,6 +48,13 @@ ui::PushButton* OpenForm::importButton(std::string_view extension) const {
             button != nullptr && button->extension() == extension)
             return button;
     return nullptr;
+}
+
+const OpenForm& FormSeries::of(model::Element& element) {
+    auto& form = forms_[&element.elementClass()];
+    if (!form || !form->moveTo(element))
+        form = std::make_unique<OpenForm>(element);
+    return *form;
 }
 
 std::string importExtensionOf(const std::filesystem::path& file) {

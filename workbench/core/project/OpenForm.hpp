@@ -7,6 +7,7 @@
 #include <corvane/workbench/ui/PushButton.hpp>
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -41,6 +42,18 @@ public:
 private:
     std::unique_ptr<skill::Binding> binding_;
     ui::FormContents contents_;
+};
+
+/// The forms of many elements, one after the other. Elements of a class share one form where its
+/// forms can move, which spares nearly all of the time that making a form takes.
+class FormSeries {
+public:
+    /// The form of an element, which must outlive the series. It is good until the next one is
+    /// asked for.
+    [[nodiscard]] const OpenForm& of(model::Element& element);
+
+private:
+    std::map<const skill::Element::Class*, std::unique_ptr<OpenForm>> forms_;
 };
 
 /// The extension by which buttons are told what a file is: its name from the last dot on, ".db", in

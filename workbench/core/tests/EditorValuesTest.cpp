@@ -4,6 +4,7 @@
 
 #include <corvane/workbench/i18n/Translate.hpp>
 
+#include <algorithm>
 #include <array>
 
 namespace corvane::workbench::core::test {
@@ -219,6 +220,39 @@ TEST_F(EditorValuesTest, SetsOneFieldOfManyElements) {
         "there is no field “command”; the fields are: Address, Rack number, Slot number, Import "
         "DB File");
     EXPECT_EQ(sightOf(project), before);
+}
+
+TEST_F(EditorValuesTest, TakesAStoppedChangeBack) {
+    std::string children = R"({"@Skill.S7.Command": {"name": "C"}})";
+    for (int i = 0; i != 2000; ++i)
+        children += R"(,{"@Skill.S7.Item": {"name": "i)" + std::to_string(i) + "\"}}";
+    auto project =
+        load(R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [)" + children + "]}}");
+    const auto before = sightOf(project);
+    Editor editor(project);
+    std::vector<model::Element*> items;
+    for (const auto& child : project.element("/P").childElements().subspan(1))
+        items.push_back(child.get());
+    const FieldValue value{"command", Text(u"/P/C")};
+
+    std::size_t furthest = 0;
+    editor.setProgress([&](std::size_t done, std::size_t total) {
+        EXPECT_LE(done, total);
+        furthest = std::max(furthest, done);
+        return done < 1000;
+    });
+    EXPECT_THROW(editor.setValue(items, value), EditStopped);
+    EXPECT_GE(furthest, 1000U);
+    EXPECT_EQ(sightOf(project), before);
+    EXPECT_FALSE(editor.canUndo());
+
+    editor.setProgress([](std::size_t, std::size_t) { return true; });
+    editor.setValue(items, value);
+    editor.setProgress([](std::size_t, std::size_t) { return false; }); // nobody stops an undo
+    editor.undo();
+    EXPECT_EQ(sightOf(project), before);
+    editor.redo();
+    EXPECT_NE(sightOf(project), before);
 }
 
 } // namespace corvane::workbench::core::test

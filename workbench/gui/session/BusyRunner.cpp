@@ -1,5 +1,6 @@
 #include "workbench/gui/session/BusyRunner.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -35,9 +36,12 @@ void BusyRunner::prepare() {
     emit preparing();
 }
 
-void BusyRunner::run(const QString& title, Job job, Done done) {
+void BusyRunner::run(const QString& title, Job job, Done done, Stoppable stoppable) {
     Q_ASSERT(!busy_);
     prepare();
+    stoppable_ = stoppable;
+    percent_ = -1;
+    stopWanted_ = false;
     thread_ = std::thread([this, job = std::move(job)]() mutable { work(std::move(job)); });
     busy_ = true;
     done_ = std::move(done);
@@ -48,6 +52,12 @@ void BusyRunner::run(const QString& title, Job job, Done done) {
         shown_ = true;
         emit began(title);
     }
+}
+
+// What is told outside of a job reaches nobody.
+bool BusyRunner::tell(std::size_t done, std::size_t total) {
+    percent_ = static_cast<int>(done * 100 / std::max<std::size_t>(total, 1));
+    return stoppable_ == Stoppable::no || !stopWanted_;
 }
 
 // On the thread of the job.
@@ -72,6 +82,7 @@ void BusyRunner::finishIfEnded() {
 
 void BusyRunner::finish() {
     takeBack();
+    stopWanted_ = false;
     prepared_ = false;
     const auto failure = std::exchange(failure_, nullptr);
     const auto done = std::make_shared<Done>(std::exchange(done_, nullptr));

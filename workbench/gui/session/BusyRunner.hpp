@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QString>
 
+#include <atomic>
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -32,11 +34,22 @@ public:
     explicit BusyRunner(QObject* parent = nullptr);
     ~BusyRunner() override;
 
+    /// Whether the user may end a job before it is done.
+    enum class Stoppable : std::uint8_t { no, yes };
+
     /// Starts a job, of which `title` tells the user. A job that is done within a blink ends before
     /// this returns and nobody sees that it was one; `done` is called in any case, on the calling
     /// thread, which owns the model. Must not be called while `isBusy`. Throws std::system_error
     /// where no thread can be had.
-    void run(const QString& title, Job job, Done done);
+    void run(const QString& title, Job job, Done done, Stoppable stoppable = Stoppable::no);
+
+    /// Called by a job: how much of its work is done. False when it shall stop, if it is stoppable.
+    bool tell(std::size_t done, std::size_t total);
+    /// What the job that runs has told last, in percent; below 0 for nothing yet.
+    [[nodiscard]] int percent() const { return percent_; }
+    [[nodiscard]] bool canBeStopped() const { return stoppable_ == Stoppable::yes; }
+    /// Asks the job that runs to stop.
+    void stop() { stopWanted_ = true; }
 
     /// Whether a job runs, or has ended and `done` has yet to be called.
     [[nodiscard]] bool isBusy() const { return busy_; }
@@ -73,6 +86,9 @@ private:
     std::exception_ptr failure_; // the model's owner's
     Done done_;
     std::vector<std::shared_ptr<void>> letGo_;
+    Stoppable stoppable_ = Stoppable::no;
+    std::atomic<int> percent_ = -1;
+    std::atomic<bool> stopWanted_ = false;
     bool busy_ = false;
     bool prepared_ = false;
     bool shown_ = false; // `began` was emitted, `ended` was not yet

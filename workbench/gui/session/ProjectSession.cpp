@@ -3,6 +3,7 @@
 #include "workbench/core/project/ElementWalk.hpp"
 #include "workbench/gui/look/Text.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace corvane::workbench::gui {
@@ -25,7 +26,13 @@ ProjectSession::ProjectSession(const core::PluginHost& plugins, BusyRunner& runn
     : runner_(&runner),
       project_(std::make_unique<core::Project>(plugins)),
       editor_(std::make_unique<core::Editor>(*project_)) {
+    observeEditor();
+}
+
+void ProjectSession::observeEditor() {
     editor_->setObserver(this);
+    editor_->setProgress(
+        [this](std::size_t done, std::size_t total) { return runner_->tell(done, total); });
 }
 
 ProjectSession::~ProjectSession() { editor_->setObserver(nullptr); }
@@ -54,7 +61,7 @@ void ProjectSession::replaceProject(std::unique_ptr<core::Project> project, bool
             elementCount_ = core::countElements(root().childElements());
         },
         [this, then = std::move(then)](const std::exception_ptr&) {
-            editor_->setObserver(this);
+            observeEditor();
             leaveReset();
             emit historyUpdated();
             if (then)
@@ -103,7 +110,7 @@ void ProjectSession::perform(const Doing& doing, Work work, Then then) {
         return;
     }
     emit stepBegins(doing.way, doing.effect == Effect::structure);
-    performBeside(doing.effect, doing.title, std::move(work),
+    performBeside(doing, std::move(work),
                   [this, way = doing.way, then = std::move(then)](
                       const std::exception_ptr& failure) mutable { endStep(way, failure, then); });
 }
@@ -127,18 +134,19 @@ void ProjectSession::endStep(Way way, const std::exception_ptr& failure, Then& t
         then(failure);
 }
 
-void ProjectSession::performBeside(Effect effect, const QString& title, Work work, Then then) {
+void ProjectSession::performBeside(const Doing& doing, Work work, Then then) {
+    const auto effect = doing.effect;
     // The views are told in one piece afterwards: they must not follow single steps from there.
     runner_->prepare();
     editor_->setObserver(nullptr);
     if (effect == Effect::structure)
         enterReset();
     runner_->run(
-        title,
+        doing.title,
         [this, effect, work = std::move(work)]() mutable {
             work();
             if (effect == Effect::structure)
-                elementCount_ = core::countElements(root().childElements());
+                count();
         },
         [this, effect, then = std::move(then)](const std::exception_ptr& failure) mutable {
             editor_->setObserver(this);
@@ -148,12 +156,19 @@ void ProjectSession::performBeside(Effect effect, const QString& title, Work wor
             emit historyUpdated();
             then(failure);
             endCommit(!failure);
-        });
+        },
+        doing.stoppable);
 }
 
 void ProjectSession::report(const std::exception_ptr& failure) {
     commitRefused_ = true;
-    emit refused(messageOf(failure));
+    try {
+        std::rethrow_exception(failure);
+    } catch (const core::EditStopped&) { // as the user wanted
+        emit remarked(messageOf(failure));
+    } catch (...) {
+        emit refused(messageOf(failure));
+    }
 }
 
 // The control may go with its form while the edit is made.
@@ -208,7 +223,7 @@ void ProjectSession::silently(const std::function<void()>& action) {
 void ProjectSession::setFieldOfAll(std::vector<model::Element*> elements,
                                    const ui::Control& control, ui::ControlValue value) {
     typing_.reset();
-    perform({Effect::values, titleOfChange(control)},
+    perform({Effect::values, titleOfChange(control), Way::forth, BusyRunner::Stoppable::yes},
             [this, elements = std::move(elements),
              field = core::FieldValue{std::string(control.key()), std::move(value)}] {
                 editor_->setValue(elements, field);
@@ -290,7 +305,7 @@ void ProjectSession::import(model::Element& target, std::string document,
     auto result = std::make_shared<core::ImportResult>();
     emit stepBegins(Way::forth, true);
     performBeside(
-        Effect::structure, translated(kContext, "Importing"),
+        {Effect::structure, translated(kContext, "Importing")},
         [this, result, &target, document = std::move(document)]() mutable {
             *result = editor_->import(target, std::move(document));
         },
@@ -323,10 +338,14 @@ void ProjectSession::changeOfStructure() {
     emit structureChanged();
 }
 
-// A large project stays one until it is counted beside the window.
+// A large project stays one: what was removed from it may come back.
 void ProjectSession::recount() {
     if (elementCount_ < kLargeProject)
-        elementCount_ = core::countElements(root().childElements());
+        count();
+}
+
+void ProjectSession::count() {
+    elementCount_ = std::max(elementCount_, core::countElements(root().childElements()));
 }
 
 void ProjectSession::aboutToInsert(model::Element& parent, std::size_t position,

@@ -128,13 +128,15 @@ private:
         Effect effect;
         QString title;
         Way way = Way::forth;
+        BusyRunner::Stoppable stoppable = BusyRunner::Stoppable::no;
     };
 
     void perform(const Doing& doing, Work work, Then then = nullptr);
     /// Takes a step that is done within a blink.
     void performNow(const Doing& doing, const std::function<void()>& work, Then then = nullptr);
     void endStep(Way way, const std::exception_ptr& failure, Then& then);
-    void performBeside(Effect effect, const QString& title, Work work, Then then);
+    void performBeside(const Doing& doing, Work work, Then then);
+    void observeEditor();
     void report(const std::exception_ptr& failure);
     void endCommit(bool good);
     void setValuesInVisit(model::Element& element, const core::FieldValue& value, bool continues);
@@ -145,6 +147,7 @@ private:
     void leaveReset();
     void changeOfStructure();
     void recount();
+    void count();
 
     // core::EditObserver
     void aboutToInsert(model::Element& parent, std::size_t position, std::size_t count) override;
@@ -168,7 +171,7 @@ private:
     std::unique_ptr<core::Project> project_;
     std::unique_ptr<core::Editor> editor_;
     std::optional<Typing> typing_; // whose step is the last of the history
-    std::size_t elementCount_ = 0;
+    std::size_t elementCount_ = 0; // the most that the project has had
     int resetDepth_ = 0;
     bool unsaved_ = false;
     bool valueStepMade_ = false;

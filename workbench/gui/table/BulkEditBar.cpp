@@ -5,6 +5,7 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -22,27 +23,30 @@ BulkEditBar::BulkEditBar(ProjectSession& session, QWidget* parent)
       session_(&session),
       count_(plainLabel(this)),
       which_(new QComboBox(this)),
-      place_(new QHBoxLayout) {
+      place_(new QHBoxLayout),
+      apply_(new QPushButton(translated(kContext, "Apply"), this)) {
     setObjectName(QStringLiteral("bulkEditBar"));
     setAccessibleName(translated(kContext, "Change the selected rows"));
     which_->setObjectName(QStringLiteral("bulkField"));
     which_->setAccessibleName(translated(kContext, "Field to change"));
     auto* const to = plainLabel(this, translated(kContext, "to"));
-    auto* const applyButton = new QPushButton(translated(kContext, "Apply"), this);
-    applyButton->setObjectName(QStringLiteral("bulkApply"));
+    apply_->setObjectName(QStringLiteral("bulkApply"));
     auto* const closeButton = new QPushButton(translated(kContext, "Close"), this);
+    closeButton->setObjectName(QStringLiteral("bulkClose"));
+    for (auto* const button : {apply_, closeButton})
+        button->setAutoDefault(true); // Enter presses it
 
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(count_);
     layout->addWidget(which_);
     layout->addWidget(to);
-    layout->addLayout(place_);
-    layout->addWidget(applyButton);
+    // The buttons stay where they are, however wide the field is.
+    layout->addLayout(place_, 1);
+    layout->addWidget(apply_);
     layout->addWidget(closeButton);
-    layout->addStretch(1);
     connect(which_, &QComboBox::currentIndexChanged, this, &BulkEditBar::showField);
-    connect(applyButton, &QPushButton::clicked, this, &BulkEditBar::apply);
+    connect(apply_, &QPushButton::clicked, this, &BulkEditBar::apply);
     connect(closeButton, &QPushButton::clicked, this, &BulkEditBar::closed);
     connect(session_, &ProjectSession::resetBegins, this, &BulkEditBar::drop);
     connect(session_, &ProjectSession::removalBegins, this, &BulkEditBar::drop);
@@ -82,10 +86,29 @@ void BulkEditBar::showField(int index) {
         return;
     field_ = makeField(*form_->find(toUtf8(which_->itemData(index).toString())), this);
     field_->widget().setMinimumWidth(180);
-    place_->addWidget(&field_->widget());
+    place_->addWidget(&field_->widget(), 0, Qt::AlignLeft);
+    setTabOrder(which_, &field_->widget());
+    setTabOrder(&field_->widget(), apply_);
+    field_->widget().show();
+    if (isVisible())
+        emit fieldChosen(std::string(field_->control().key()));
 }
 
-void BulkEditBar::begin() { which_->setFocus(Qt::ShortcutFocusReason); }
+void BulkEditBar::begin() {
+    which_->setFocus(Qt::ShortcutFocusReason);
+    if (field_ != nullptr)
+        emit fieldChosen(std::string(field_->control().key()));
+}
+
+// What none of its fields has a use for.
+void BulkEditBar::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        emit closed();
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        apply();
+    else
+        QWidget::keyPressEvent(event);
+}
 
 void BulkEditBar::apply() {
     if (field_ == nullptr || session_->isBusy())

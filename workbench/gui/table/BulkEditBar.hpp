@@ -11,6 +11,7 @@
 class QComboBox;
 class QHBoxLayout;
 class QLabel;
+class QPushButton;
 
 namespace corvane::workbench::gui {
 
@@ -29,6 +30,11 @@ public:
 
 signals:
     void closed();
+    /// The user wants to change the field with this key.
+    void fieldChosen(const std::string& key);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void offerFields();
@@ -40,6 +46,7 @@ private:
     QLabel* count_;
     QComboBox* which_;
     QHBoxLayout* place_;
+    QPushButton* apply_;
     std::vector<model::Element*> elements_;
     std::unique_ptr<core::OpenForm> form_; // of the first element
     Field* field_ = nullptr;

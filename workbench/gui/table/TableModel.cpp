@@ -145,6 +145,11 @@ ui::Control* TableModel::controlOf(const core::OpenForm& form, const QModelIndex
                : form.find(fields_[column].key);
 }
 
+int TableModel::columnOf(std::string_view key) const {
+    const auto found = std::ranges::find(fields_, key, &FieldColumn::key);
+    return found == fields_.end() ? -1 : kFixedColumns + static_cast<int>(found - fields_.begin());
+}
+
 void TableModel::enter(const QModelIndex& index, const ui::Control& control,
                        ui::ControlValue value) {
     session_->setField(elementAt(index.row()), control, std::move(value));

@@ -35,6 +35,8 @@ public:
     [[nodiscard]] std::size_t unfilteredCount() const { return rows_.size(); }
     /// Whether the form of the elements has fields, which are the columns behind the fixed ones.
     [[nodiscard]] bool hasFields() const { return !fields_.empty(); }
+    /// The column of the field with this key; below 0 if there is none.
+    [[nodiscard]] int columnOf(std::string_view key) const;
     /// The control of a form of the row's element that the column shows; null if it shows none.
     [[nodiscard]] ui::Control* controlOf(const core::OpenForm& form,
                                          const QModelIndex& index) const;

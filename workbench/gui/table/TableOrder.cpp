@@ -4,7 +4,6 @@
 #include "workbench/gui/table/Cell.hpp"
 
 #include <algorithm>
-#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -12,7 +11,7 @@ namespace corvane::workbench::gui {
 
 namespace {
 
-constexpr std::uint32_t kStepRows = 8;
+constexpr std::uint32_t kStepRows = 32;
 
 } // namespace
 
@@ -53,8 +52,9 @@ bool TableOrder::read(std::uint32_t& row) {
     const auto count = static_cast<std::uint32_t>(rows_->size());
     const auto end = std::min(count, row + kStepRows);
     const auto percentBefore = row * std::uint64_t{100} / std::max(count, 1u);
+    core::FormSeries forms; // no longer than a step: the project may change before the next one
     for (; row != end; ++row)
-        readRow(row);
+        readRow(row, forms);
     const auto percent = row * std::uint64_t{100} / std::max(count, 1u);
     if (percent != percentBefore)
         emit progressed(static_cast<int>(percent));
@@ -65,15 +65,12 @@ bool TableOrder::read(std::uint32_t& row) {
 }
 
 // A form is built only for what name and place do not say.
-void TableOrder::readRow(std::uint32_t row) {
+void TableOrder::readRow(std::uint32_t row, core::FormSeries& forms) {
     auto& element = *(*rows_)[row];
-    std::unique_ptr<core::OpenForm> form;
     std::vector<ui::Control*> controls;
     const auto needForm = [&] {
-        if (form)
-            return;
-        form = std::make_unique<core::OpenForm>(element);
-        controls = cellControls(*form);
+        if (controls.empty())
+            controls = cellControls(forms.of(element));
     };
     if (!match_.isIn(element.name()) && !match_.isIn(fixedCell(element, FixedColumn::location))) {
         needForm();

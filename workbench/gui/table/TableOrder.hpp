@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/core/project/OpenForm.hpp"
 #include "workbench/gui/look/TextMatch.hpp"
 #include "workbench/gui/session/ProjectSession.hpp"
 #include "workbench/gui/session/Slicer.hpp"
@@ -61,7 +62,7 @@ private:
     };
 
     bool read(std::uint32_t& row);
-    void readRow(std::uint32_t row);
+    void readRow(std::uint32_t row, core::FormSeries& forms);
     void sortRead();
     static void sort(std::vector<Entry>& entries, Qt::SortOrder direction);
     void takeSorted();

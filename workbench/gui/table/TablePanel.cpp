@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <numeric>
 
 namespace corvane::workbench::gui {
 
@@ -23,6 +24,8 @@ constexpr std::string_view kContext = "corvane::workbench::gui::TablePanel";
 constexpr int kTypingPause = 150; // milliseconds
 constexpr int kColumnRoom = 12;
 constexpr int kWidestColumn = 280;
+constexpr int kLeastFilter = 160;
+constexpr int kNarrow = 640; // a panel of less has no room for the texts of buttons
 
 } // namespace
 
@@ -38,6 +41,7 @@ TablePanel::TablePanel(ProjectSession& session, ClassIcons& icons, const Actions
       filter_(new FilterLine(translated(kContext, "Filter by any cell"),
                              translated(kContext, "Filter the table by any cell"), this)),
       count_(plainLabel(this)),
+      change_(new QToolButton(this)),
       bulkEdit_(new BulkEditBar(session, this)) {
     filterLater_.setSingleShot(true);
     filterLater_.setInterval(kTypingPause);
@@ -73,21 +77,23 @@ void TablePanel::buildLayout() {
     view_->horizontalHeader()->setResizeContentsPrecision(0); // what is seen counts
     view_->horizontalHeader()->setStretchLastSection(true);
     view_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    // Which columns are selected as a whole a heading would ask of each row, and each time.
+    view_->horizontalHeader()->setSelectionModel(new QItemSelectionModel(model_, view_));
 
     classes_->setObjectName(QStringLiteral("tableClass"));
     classes_->setAccessibleName(translated(kContext, "Kind of elements"));
     classes_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     filter_->setObjectName(QStringLiteral("tableFilter"));
     count_->setForegroundRole(QPalette::PlaceholderText);
-    auto* const change = new QToolButton(this);
-    change->setDefaultAction(&(*actions_)[Command::changeSelected]);
-    change->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    filter_->setMinimumWidth(kLeastFilter);
+    change_->setDefaultAction(&(*actions_)[Command::changeSelected]);
+    change_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 
     auto* const bar = new QHBoxLayout;
     bar->addWidget(classes_);
     bar->addWidget(filter_, 1);
     bar->addWidget(count_);
-    bar->addWidget(change);
+    bar->addWidget(change_);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 8);
     layout->addLayout(bar);
@@ -119,6 +125,7 @@ void TablePanel::connectParts() {
         bulkEdit_->hide();
         focusTable();
     });
+    connect(bulkEdit_, &BulkEditBar::fieldChosen, this, &TablePanel::showColumn);
     connect(view_, &QTableView::activated, this, [this](const QModelIndex& index) {
         if (!model_->flags(index).testFlag(Qt::ItemIsEditable))
             emit elementActivated(&model_->elementAt(index.row()));
@@ -131,6 +138,12 @@ void TablePanel::setScope(model::Element* element) {
     if (scope != nullptr && scope->childElements().empty())
         scope = scope->parentElement();
     model_->source().setScope(scope != nullptr ? scope : &session_->root());
+}
+
+void TablePanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    change_->setToolButtonStyle(width() < kNarrow ? Qt::ToolButtonIconOnly
+                                                  : Qt::ToolButtonTextBesideIcon);
 }
 
 void TablePanel::showEvent(QShowEvent* event) {
@@ -201,7 +214,12 @@ void TablePanel::showCount() {
 
 std::vector<model::Element*> TablePanel::selected() const {
     std::vector<model::Element*> elements;
-    for (const auto& range : view_->selectionModel()->selection())
+    const auto ranges = view_->selectionModel()->selection();
+    elements.reserve(std::accumulate(ranges.begin(), ranges.end(), std::size_t{},
+                                     [](std::size_t sum, const auto& range) {
+                                         return sum + static_cast<std::size_t>(range.height());
+                                     }));
+    for (const auto& range : ranges)
         for (int row = range.top(); row <= range.bottom(); ++row)
             elements.push_back(&model_->elementAt(row));
     return elements;
@@ -246,6 +264,13 @@ void TablePanel::changeSelected() {
     updateBulkEdit();
     if (bulkEdit_->isVisible())
         bulkEdit_->begin();
+}
+
+// Where it is out of sight, at the rows that are seen.
+void TablePanel::showColumn(const std::string& key) {
+    const int row = view_->rowAt(0);
+    if (const int column = model_->columnOf(key); column >= 0 && row >= 0)
+        view_->scrollTo(model_->index(row, column));
 }
 
 void TablePanel::focusTable() { view_->setFocus(Qt::ShortcutFocusReason); }

@@ -10,6 +10,7 @@
 
 class QComboBox;
 class QLabel;
+class QToolButton;
 
 namespace corvane::workbench::gui {
 
@@ -44,6 +45,7 @@ signals:
     void selectionChanged();
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
@@ -55,6 +57,7 @@ private:
     void fitColumns();
     void showCount();
     void updateBulkEdit();
+    void showColumn(const std::string& key);
 
     ProjectSession* session_;
     ClassIcons* icons_;
@@ -64,6 +67,7 @@ private:
     QComboBox* classes_;
     FilterLine* filter_;
     QLabel* count_;
+    QToolButton* change_;
     BulkEditBar* bulkEdit_;
     QTimer filterLater_;
     QTimer selectionLater_;                              // a selection of many ranges tells of each

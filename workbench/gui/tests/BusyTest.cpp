@@ -2,9 +2,12 @@
 
 #include "workbench/gui/look/Text.hpp"
 
+#include <QComboBox>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTreeView>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -53,6 +56,83 @@ TEST_F(GuiTest, ALongJobShowsProgressAfterASecondAndTheWindowLives) {
     EXPECT_TRUE(window().isVisible());
     EXPECT_TRUE(settleUntil([&] { return done; }));
     EXPECT_FALSE(page.isVisible());
+}
+
+// A change of so many rows is made beside the window.
+TEST_F(GuiTest, AChangeOfManyRowsIsStoppedWithNothingHalfDone) {
+    window().openFiles({writeFile("large.json", largeProject())});
+    ASSERT_TRUE(settleUntil([&] { return element("/P/B/i29999") != nullptr; }));
+    select("/P/B");
+    trigger(Command::showTable);
+    ASSERT_TRUE(settleUntil([&] { return table().model()->rowCount() == 30'000; }));
+    table().setFocus();
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_E, Qt::ControlModifier);
+    auto& which = child<QComboBox>("bulkField");
+    which.setCurrentIndex(which.findText(QStringLiteral("Address")));
+    settle();
+    auto* const value = child<BulkEditBar>().findChild<QLineEdit*>(QStringLiteral("address"));
+    ASSERT_NE(value, nullptr);
+    value->setFocus();
+    value->selectAll();
+    QTest::keyClicks(value, QStringLiteral("DB77"));
+    QTest::keyClick(value, Qt::Key_Return);
+    ASSERT_TRUE(session().isBusy());
+    session().runner().stop();
+    ASSERT_TRUE(settleUntil([&] { return !session().isBusy(); }));
+    EXPECT_TRUE(notice().contains("stopped")) << qPrintable(notice());
+    EXPECT_EQ(child<NoticeBar>().kind(), NoticeBar::Kind::information);
+    EXPECT_FALSE(action(Command::undo).isEnabled());
+    for (const char* const path : {"/P/B/i0", "/P/B/i12000", "/P/B/i29999"}) {
+        select(path);
+        EXPECT_EQ(shown("Address"), "DB0") << path;
+    }
+}
+
+TEST_F(GuiTest, ALargeRemovalIsUndoneBesideTheWindow) {
+    window().openFiles({writeFile("large.json", largeProject())});
+    ASSERT_TRUE(settleUntil([&] { return element("/P/B/i29999") != nullptr; }));
+    select("/P/B");
+    trigger(Command::remove);
+    ASSERT_TRUE(settleUntil([&] { return element("/P/B") == nullptr; }));
+    bool prepared = false;
+    QObject::connect(&session().runner(), &BusyRunner::preparing, &window(),
+                     [&] { prepared = true; });
+    trigger(Command::undo);
+    EXPECT_TRUE(prepared);
+    EXPECT_TRUE(settleUntil([&] { return element("/P/B/i29999") != nullptr; }));
+}
+
+TEST_F(GuiTest, AJobThatTellsHowFarItIsCanBeStoppedByAButton) {
+    auto& runner = session().runner();
+    auto& bar = child<QProgressBar>();
+    std::atomic<int> rounds = 0;
+    bool done = false;
+    runner.run(
+        QStringLiteral("Counting"),
+        [&] {
+            while (runner.tell(30, 100)) {
+                ++rounds;
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            }
+        },
+        [&done](const std::exception_ptr&) { done = true; }, BusyRunner::Stoppable::yes);
+    auto& stop = child<QPushButton>("stopJob");
+    QTest::qWait(1300);
+    EXPECT_TRUE(stop.isVisible());
+    EXPECT_EQ(bar.maximum(), 100);
+    EXPECT_EQ(bar.value(), 30);
+    EXPECT_FALSE(done);
+    QTest::mouseClick(&stop, Qt::LeftButton);
+    EXPECT_TRUE(settleUntil([&] { return done; }));
+
+    // Others show no such button.
+    done = false;
+    runFor(runner, std::chrono::milliseconds(1300), done);
+    QTest::qWait(1200);
+    EXPECT_FALSE(stop.isVisible());
+    EXPECT_EQ(bar.maximum(), 0);
+    EXPECT_TRUE(settleUntil([&] { return done; }));
 }
 
 TEST_F(GuiTest, WhatAJobThrowsReachesItsCaller) {

@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QPushButton>
+#include <QSet>
 #include <QTableView>
 
 namespace corvane::workbench::gui {
@@ -199,6 +200,62 @@ TEST_F(TableTest, SeveralHundredRowsAreChangedAtOnceInOneStep) {
     EXPECT_EQ(commands.count("/PLC/Default Command"), 50);
     trigger(Command::undo);
     EXPECT_EQ(column(table(), columnOf("Command")).count("/PLC/Default Command"), 250);
+}
+
+TEST_F(TableTest, SeveralRowsAreChangedByKeyboardAlone) {
+    selectRows(0, 2);
+    table().setFocus();
+    press(Qt::Key_E, Qt::ControlModifier);
+    auto& which = child<QComboBox>("bulkField");
+    ASSERT_TRUE(which.hasFocus());
+    while (which.currentText() != "Address" && which.currentIndex() + 1 < which.count())
+        press(Qt::Key_Down);
+    ASSERT_EQ(which.currentText(), "Address");
+    press(Qt::Key_Tab);
+    auto* const value = child<BulkEditBar>().findChild<QLineEdit*>(QStringLiteral("address"));
+    ASSERT_NE(value, nullptr);
+    ASSERT_TRUE(value->hasFocus());
+    value->selectAll();
+    QTest::keyClicks(value, QStringLiteral("MW8"));
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(child<QPushButton>("bulkApply").hasFocus());
+    press(Qt::Key_Return);
+    EXPECT_EQ(column(table(), columnOf("Address")).count("MW8"), 3);
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(which.isVisible());
+    EXPECT_TRUE(table().hasFocus());
+}
+
+TEST_F(TableTest, TheButtonsOfTheBarStayWhereTheyAre) {
+    selectRows(0, 2);
+    trigger(Command::changeSelected);
+    auto& which = child<QComboBox>("bulkField");
+    QSet<int> places;
+    for (int i = 0; i != which.count(); ++i) {
+        which.setCurrentIndex(i);
+        settle();
+        places += child<QPushButton>("bulkApply").x();
+    }
+    EXPECT_EQ(places.size(), 1);
+}
+
+TEST_F(TableTest, TheColumnThatIsChangedIsInSight) {
+    window().resize(700, 600);
+    selectRows(0, 2);
+    trigger(Command::changeSelected);
+    auto& which = child<QComboBox>("bulkField");
+    const auto isSeen = [&](const char* heading) {
+        const auto place = table().visualRect(table().model()->index(0, columnOf(heading)));
+        return table().viewport()->rect().intersects(place) && place.left() >= 0;
+    };
+    ASSERT_FALSE(isSeen("Command"));
+    which.setFocus();
+    press(Qt::Key_End);
+    ASSERT_EQ(which.currentText(), "Command");
+    EXPECT_TRUE(isSeen("Command"));
+    press(Qt::Key_Home);
+    EXPECT_TRUE(isSeen("Data type"));
 }
 
 TEST_F(TableTest, TheTableFollowsTheTree) {

@@ -7,8 +7,10 @@
 #include "workbench/gui/window/MainWindow.hpp"
 #include "workbench/gui/window/NativeDialogs.hpp"
 
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTreeView>
@@ -119,6 +121,40 @@ void useTable(Stopwatch& watch, MainWindow& window, const QString& text) {
         },
         isSettled);
     watch.measure("scroll to the end", [&] { table.scrollToBottom(); }, [] { return true; });
+    watch.measure(
+        "take the filter away",
+        [&] {
+            settled = false;
+            filter.clear();
+            table.sortByColumn(-1, Qt::AscendingOrder);
+        },
+        isSettled);
+}
+
+void changeAll(Stopwatch& watch, MainWindow& window) {
+    auto& table = *window.findChild<QTableView*>(QStringLiteral("elementTable"));
+    const auto always = [] { return true; };
+    watch.measure(
+        "select all rows", [&] { QTest::keyClick(&table, Qt::Key_A, Qt::ControlModifier); },
+        always);
+    watch.measure(
+        "offer to change them", [&] { trigger(window, Command::changeSelected); }, always);
+    auto& which = *window.findChild<QComboBox*>(QStringLiteral("bulkField"));
+    watch.measure(
+        "choose the last field", [&] { which.setCurrentIndex(which.count() - 1); }, always);
+    auto* const bar = window.findChild<BulkEditBar*>();
+    const auto choices = bar->findChildren<QComboBox*>();
+    QTest::keyClick(choices.last(), Qt::Key_End);
+    watch.measure(
+        "change them",
+        [&] { window.findChild<QPushButton*>(QStringLiteral("bulkApply"))->click(); }, always);
+    watch.measure("undo the change", [&] { trigger(window, Command::undo); }, always);
+    watch.measure(
+        "remove them", [&] { trigger(window, Command::remove); },
+        [&] { return table.model()->rowCount() == 0; });
+    watch.measure(
+        "undo the removal", [&] { trigger(window, Command::undo); },
+        [&] { return table.model()->rowCount() != 0; });
 }
 
 } // namespace
@@ -142,5 +178,6 @@ int main(int argc, char** argv) {
     Stopwatch watch(window);
     useTree(watch, window, arguments[1], arguments[2]);
     useTable(watch, window, arguments[2]);
+    changeAll(watch, window);
     return 0;
 }

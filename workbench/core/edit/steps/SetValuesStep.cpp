@@ -7,7 +7,6 @@
 #include <corvane/utils/string/Utf.hpp>
 
 #include <algorithm>
-#include <optional>
 #include <ranges>
 #include <utility>
 
@@ -31,16 +30,23 @@ std::u16string stepText(std::size_t elements, std::size_t values, const std::u16
     refuseEdit("{}: {}: {}", {utf8ToUtf16(element.path()), label, reason});
 }
 
+/// After so many elements whoever waits is told.
+constexpr std::size_t kTellEvery = 256;
+
 /// Puts values back, with one form for changes of one element that stand together.
 template <class Changes>
-void restore(Changes&& changes, auto valueOf) {
+void restore(const Workspace& workspace, Changes&& changes, auto valueOf) {
     const Element* element = nullptr;
-    std::optional<OpenForm> form;
+    const OpenForm* form = nullptr;
+    FormSeries forms;
+    std::size_t done = 0;
     for (const auto& change : changes) {
         if (element != change.element)
-            form.emplace(*change.element);
+            form = &forms.of(*change.element);
         element = change.element;
         form->controls()[change.control]->restoreValue(valueOf(change));
+        if (++done % kTellEvery == 0)
+            workspace.tellProgressOnly(done, changes.size());
     }
 }
 
@@ -53,19 +59,23 @@ bool SetValuesStep::perform(Workspace& workspace) {
     const auto elements = std::exchange(elements_, {});
     const auto values = std::exchange(values_, {});
     try {
-        for (Element* const element : elements)
-            setOne(*element, elements.size(), values);
+        FormSeries forms;
+        for (std::size_t done = 0; done != elements.size(); ++done) {
+            if (done % kTellEvery == 0)
+                workspace.tellProgress(done, elements.size());
+            setOne(*elements[done], forms.of(*elements[done]), elements.size(), values);
+        }
     } catch (...) {
-        restore(std::views::reverse(changes_), [](auto& change) { return change.before; });
+        restore(workspace, std::views::reverse(changes_),
+                [](auto& change) { return change.before; });
         throw;
     }
     tellAll(workspace);
     return !changes_.empty();
 }
 
-void SetValuesStep::setOne(Element& element, std::size_t elements,
+void SetValuesStep::setOne(Element& element, const OpenForm& form, std::size_t elements,
                            std::span<const FieldValue> values) {
-    const OpenForm form(element);
     if (text().empty())
         setText(stepText(elements, values.size(),
                          fieldWithKey(form, values.front().key).texts().label));
@@ -93,12 +103,12 @@ void SetValuesStep::setOne(Element& element, std::size_t elements,
 }
 
 void SetValuesStep::undo(Workspace& workspace) {
-    restore(std::views::reverse(changes_), [](auto& change) { return change.before; });
+    restore(workspace, std::views::reverse(changes_), [](auto& change) { return change.before; });
     tellAll(workspace);
 }
 
 void SetValuesStep::redo(Workspace& workspace) {
-    restore(changes_, [](auto& change) { return change.after; });
+    restore(workspace, changes_, [](auto& change) { return change.after; });
     tellAll(workspace);
 }
 

@@ -29,8 +29,9 @@ private:
         ui::StoredValue after;
     };
 
-    /// Sets the values on one of `elements` elements.
-    void setOne(model::Element& element, std::size_t elements, std::span<const FieldValue> values);
+    /// Sets the values on one of `elements` elements, which has this form.
+    void setOne(model::Element& element, const OpenForm& form, std::size_t elements,
+                std::span<const FieldValue> values);
     void tellAll(Workspace& workspace) const;
 
     std::vector<model::Element*> elements_; // until the step is performed

@@ -5,6 +5,10 @@
 
 namespace corvane::workbench::core {
 
+EditStopped::EditStopped()
+    : EditError(utils::string::detail::utf16ToUtf8(
+          editText("the change was stopped, and nothing has changed"))) {}
+
 std::u16string editText(std::string_view text,
                         std::initializer_list<std::u16string_view> arguments) {
     return i18n::fill(i18n::translate("corvane::workbench::core::Editor", text), arguments);

@@ -13,6 +13,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A long edit was stopped by its user; the project is as it was.
+class EditStopped : public EditError {
+public:
+    EditStopped();
+};
+
 /// A text of the editor in the user's language, with its placeholders "{}" filled in their order.
 /// `text` is English, and UTF-8.
 [[nodiscard]] std::u16string editText(std::string_view text,

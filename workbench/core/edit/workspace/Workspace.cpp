@@ -1,5 +1,6 @@
 #include "workbench/core/edit/workspace/Workspace.hpp"
 
+#include "workbench/core/edit/workspace/EditText.hpp"
 #include "workbench/core/project/ElementWalk.hpp"
 
 #include <corvane/workbench/host/Tree.hpp>
@@ -32,6 +33,16 @@ std::vector<Positions> runsOf(Positions positions) {
 }
 
 } // namespace
+
+void Workspace::tellProgress(std::size_t done, std::size_t total) const {
+    if (progress_ && !progress_(done, total))
+        throw EditStopped();
+}
+
+void Workspace::tellProgressOnly(std::size_t done, std::size_t total) const {
+    if (progress_)
+        static_cast<void>(progress_(done, total));
+}
 
 Elements Workspace::take(Element& parent, Positions positions) {
     Elements taken;

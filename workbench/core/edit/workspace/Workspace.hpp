@@ -6,6 +6,7 @@
 #include <corvane/workbench/function_ref.hpp>
 #include <corvane/workbench/host/ReferenceLog.hpp>
 
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -20,6 +21,14 @@ public:
     [[nodiscard]] Project& project() const { return *project_; }
     [[nodiscard]] host::Model& model() const { return project_->model(); }
     void setObserver(EditObserver* observer) { observer_ = observer; }
+
+    /// Told how many of how many elements are done by a step that takes long; false stops it.
+    using Progress = std::function<bool(std::size_t done, std::size_t total)>;
+    void setProgress(Progress progress) { progress_ = std::move(progress); }
+    /// Throws EditStopped where the step shall stop.
+    void tellProgress(std::size_t done, std::size_t total) const;
+    /// Likewise of what cannot be stopped.
+    void tellProgressOnly(std::size_t done, std::size_t total) const;
 
     /// Calls `notify` with the observer, unless there is none, or a reset that is under way will
     /// tell it of everything.
@@ -45,6 +54,7 @@ public:
 private:
     Project* project_;
     EditObserver* observer_ = nullptr;
+    Progress progress_;
     bool resetting_ = false;
 };
 
