@@ -17,6 +17,9 @@ public:
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const final;
+    /// An editor that is higher than its item stands out above and below it alike.
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
 
 protected:
     /// The editor for an item; null where there is none.

@@ -56,6 +56,8 @@ QPalette paletteOf(const Colours& colours) {
 // What the style cannot be told through the palette.
 constexpr const char* kStyleSheet = R"(
     QLineEdit, QComboBox, QAbstractSpinBox { padding: 3px; min-height: 20px; }
+    QAbstractItemView QLineEdit, QAbstractItemView QComboBox, QAbstractItemView QAbstractSpinBox {
+        padding: 0px 2px; min-height: 0px; }
     QLineEdit[readOnly="true"] { background: transparent; border: none; }
     QToolButton#addButton { padding-right: 16px; }
     QToolButton#addButton::menu-indicator { subcontrol-position: right center; right: 4px; }

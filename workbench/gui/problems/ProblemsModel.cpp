@@ -62,6 +62,7 @@ void ProblemsModel::restart() {
         return; // told again afterwards
     found_.clear();
     foundTotal_ = 0;
+    foundAbove_.clear();
     slicer_.start([this, walk = TreeWalk(session_->root())]() mutable { return look(walk); });
 }
 
@@ -76,6 +77,7 @@ bool ProblemsModel::look(TreeWalk& walk) {
         if (errors == 0)
             continue;
         foundTotal_ += errors;
+        noteAbove(*element);
         if (found_.size() < kMaxListed) {
             note(*element);
             return false; // a form is more than a step of the walk
@@ -96,6 +98,12 @@ void ProblemsModel::note(model::Element& element) {
         });
 }
 
+void ProblemsModel::noteAbove(const model::Element& element) {
+    const auto* above = element.parentElement();
+    while (above != nullptr && foundAbove_.insert(above).second)
+        above = above->parentElement();
+}
+
 // The list keeps its place where nothing has changed in it.
 void ProblemsModel::publish() {
     total_ = foundTotal_;
@@ -104,7 +112,7 @@ void ProblemsModel::publish() {
         problems_ = std::exchange(found_, {});
         endResetModel();
     }
-    emit counted(total_);
+    emit counted(total_, foundAbove_);
 }
 
 int ProblemsModel::rowCount(const QModelIndex& parent) const {

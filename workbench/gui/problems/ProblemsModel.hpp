@@ -7,6 +7,7 @@
 #include <QAbstractTableModel>
 #include <QTimer>
 
+#include <unordered_set>
 #include <vector>
 
 namespace corvane::workbench::gui {
@@ -43,14 +44,15 @@ public:
                                       int role) const override;
 
 signals:
-    /// The whole project has been looked through.
-    void counted(std::size_t total);
+    /// The whole project has been looked through; something is wrong below each of `above`.
+    void counted(std::size_t total, const std::unordered_set<const model::Element*>& above);
 
 private:
     void drop();
     void restart();
     bool look(TreeWalk& walk);
     void note(model::Element& element);
+    void noteAbove(const model::Element& element);
     void publish();
 
     ProjectSession* session_;
@@ -60,6 +62,7 @@ private:
     std::size_t total_ = 0;
     std::vector<Problem> found_;
     std::size_t foundTotal_ = 0;
+    std::unordered_set<const model::Element*> foundAbove_;
 };
 
 } // namespace corvane::workbench::gui

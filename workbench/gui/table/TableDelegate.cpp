@@ -57,6 +57,13 @@ QWidget* TableDelegate::makeEditor(QWidget* parent, const QStyleOptionViewItem& 
     return editor;
 }
 
+// Of a place its end says most.
+void TableDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    EntryDelegate::initStyleOption(option, index);
+    if (index.column() == static_cast<int>(FixedColumn::location))
+        option->textElideMode = Qt::ElideLeft;
+}
+
 void TableDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
     if (auto* const field = fieldOf(editor))
         field->refresh();
@@ -79,7 +86,7 @@ void TableDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
 
 void TableDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                          const QModelIndex& index) const {
-    QStyledItemDelegate::updateEditorGeometry(editor, option, index);
+    EntryDelegate::updateEditorGeometry(editor, option, index);
     // A field may need more room than a narrow column has.
     auto place = editor->geometry();
     place.setWidth(std::max(place.width(), editor->minimumSizeHint().width()));

@@ -30,6 +30,7 @@ void TreeFilter::restart() {
     slicer_.stop();
     found_.clear();
     count_ = 0;
+    first_ = nullptr;
     if (session_->isBusy())
         return; // a change of structure follows
     if (text_.isEmpty()) {
@@ -48,7 +49,11 @@ bool TreeFilter::look(TreeWalk& walk) {
             publish();
             return true;
         }
-        if (match_.isIn(element->name()) && ++count_ <= kMaxShown)
+        if (!match_.isIn(element->name()))
+            continue;
+        if (first_ == nullptr)
+            first_ = element;
+        if (++count_ <= kMaxShown)
             show(*element);
     }
     return false;

@@ -20,6 +20,10 @@ public:
     /// Begins to look for a text; for the empty one the whole tree is shown.
     void setText(const QString& text);
     [[nodiscard]] const QString& text() const { return text_; }
+    /// Whether the tree shows what the text is found in, as `found` has told.
+    [[nodiscard]] bool isShown() const { return model_->isFiltered() && !slicer_.isRunning(); }
+    /// The first match that is shown; null for none.
+    [[nodiscard]] model::Element* first() const { return isShown() ? first_ : nullptr; }
 
 signals:
     /// The tree shows the matches; `count` are all, of which the first `kMaxShown` are shown.
@@ -40,6 +44,7 @@ private:
     TextMatch match_{QString()};
     FilteredChildren found_;
     std::size_t count_ = 0;
+    model::Element* first_ = nullptr;
 };
 
 } // namespace corvane::workbench::gui

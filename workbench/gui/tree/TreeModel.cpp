@@ -236,9 +236,13 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
         return {};
     case Qt::ToolTipRole:
         return withoutFormat(describe(element));
+    case kTroubledRole:
+        return troubled_.contains(&element);
     case Qt::AccessibleDescriptionRole:
         if (!session_->isBusy() && hasOwnErrors(element))
             return translated(kContext, "{}, has problems", {describe(element)});
+        if (troubled_.contains(&element))
+            return translated(kContext, "{}, has problems below it", {describe(element)});
         return describe(element);
     default:
         return {};

@@ -39,6 +39,12 @@ public:
     void setFilter(std::optional<FilteredChildren> filter);
     [[nodiscard]] bool isFiltered() const { return filter_.has_value(); }
 
+    /// Says of an element whether something below it is wrong.
+    static constexpr int kTroubledRole = Qt::UserRole;
+    void setTroubled(std::unordered_set<const model::Element*> elements) {
+        troubled_ = std::move(elements);
+    }
+
     /// Shows elements as about to leave their places, from the next painting on.
     void setPickedUp(const std::vector<model::Element*>& elements) {
         pickedUp_ = {elements.begin(), elements.end()};
@@ -82,6 +88,7 @@ private:
     mutable std::unordered_map<const model::Element*, int> rowHints_;
     mutable std::vector<model::Element*> dragged_;
     std::unordered_set<const model::Element*> pickedUp_;
+    std::unordered_set<const model::Element*> troubled_; // only compared
     enum class Pending { nothing, rows } pending_ = Pending::nothing;
     bool detached_ = false; // the tree may not be looked at
 };

@@ -1,10 +1,11 @@
 #include "workbench/gui/tree/TreePanel.hpp"
 
 #include "workbench/core/edit/workspace/Selection.hpp"
-#include "workbench/gui/fields/EntryDelegate.hpp"
 #include "workbench/gui/look/FilterLine.hpp"
 #include "workbench/gui/look/PlainText.hpp"
 #include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/tree/ProjectView.hpp"
+#include "workbench/gui/tree/TreeDelegate.hpp"
 
 #include <QAction>
 #include <QLabel>
@@ -27,7 +28,7 @@ TreePanel::TreePanel(ProjectSession& session, ClassIcons& icons, QWidget* parent
       session_(&session),
       model_(new TreeModel(session, icons, this)),
       filter_(new TreeFilter(session, *model_, this)),
-      view_(new QTreeView(this)),
+      view_(new ProjectView(this)),
       memory_(new TreeMemory(session, *model_, *view_)),
       filterLine_(new FilterLine(translated(kContext, "Filter by name"),
                                  translated(kContext, "Filter the tree by name"), this)),
@@ -67,7 +68,7 @@ void TreePanel::buildLayout() {
     view_->setObjectName(QStringLiteral("projectTree"));
     view_->setAccessibleName(translated(kContext, "Project tree"));
     view_->setModel(model_);
-    auto* const delegate = new EntryDelegate(view_);
+    auto* const delegate = new TreeDelegate(*view_);
     view_->setItemDelegate(delegate);
     connect(session_, &ProjectSession::commitWanted, delegate, &EntryDelegate::commit);
     view_->setHeaderHidden(true);
@@ -100,16 +101,8 @@ void TreePanel::offer(const QList<QAction*>& actions, QAction& removeKey) {
 void TreePanel::connectFilter() {
     connect(filterLine_, &QLineEdit::textChanged, this,
             [this](const QString& text) { filter_->setText(text); });
-    connect(filterLine_, &FilterLine::left, this, &TreePanel::focusTree);
-    connect(filter_, &TreeFilter::found, this, [this](std::size_t count) {
-        filterResult_->setText(
-            count > TreeFilter::kMaxShown
-                ? translated(kContext, "{} matches, the first {} are shown",
-                             {formatted(count), formatted(TreeFilter::kMaxShown)})
-                : counted(kContext, "1 match", "{} matches", count));
-        filterResult_->show();
-        view_->expandAll();
-    });
+    connect(filterLine_, &FilterLine::left, this, &TreePanel::leaveFilter);
+    connect(filter_, &TreeFilter::found, this, &TreePanel::showFound);
     connect(filter_, &TreeFilter::cleared, this, [this] {
         filterResult_->hide();
         if (session_->isBusy())
@@ -118,6 +111,29 @@ void TreePanel::connectFilter() {
         if (kept_ != nullptr)
             select(*kept_);
     });
+}
+
+// What the user looks at stays selected where it is found, too.
+void TreePanel::showFound(std::size_t count) {
+    filterResult_->setText(count > TreeFilter::kMaxShown
+                               ? translated(kContext, "{} matches, the first {} are shown",
+                                            {formatted(count), formatted(TreeFilter::kMaxShown)})
+                               : counted(kContext, "1 match", "{} matches", count));
+    filterResult_->show();
+    view_->expandAll();
+    if (std::exchange(firstMatchWanted_, false) && filter_->first() != nullptr)
+        select(*filter_->first());
+    else if (kept_ != nullptr && model_->indexOf(*kept_).isValid())
+        select(*kept_);
+    emit selectionChanged();
+}
+
+void TreePanel::leaveFilter() {
+    focusTree();
+    if (auto* const first = filter_->first())
+        select(*first);
+    else
+        firstMatchWanted_ = !filter_->text().isEmpty() && !filter_->isShown();
 }
 
 model::Element* TreePanel::current() const {
@@ -162,6 +178,11 @@ void TreePanel::renameCurrent() {
 
 void TreePanel::showPickedUp(const std::vector<model::Element*>& elements) {
     model_->setPickedUp(elements);
+    view_->viewport()->update();
+}
+
+void TreePanel::setTroubled(std::unordered_set<const model::Element*> elements) {
+    model_->setTroubled(std::move(elements));
     view_->viewport()->update();
 }
 

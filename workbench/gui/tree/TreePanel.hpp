@@ -42,6 +42,9 @@ public:
     /// Shows elements as about to leave their places.
     void showPickedUp(const std::vector<model::Element*>& elements);
 
+    /// Shows that something below these elements is wrong, where they are collapsed.
+    void setTroubled(std::unordered_set<const model::Element*> elements);
+
     void focusFilter();
     void focusTree();
 
@@ -56,6 +59,8 @@ private:
     void connectToSession();
     void show(const TreeMemory::Selection& selection);
     void restoreState();
+    void showFound(std::size_t count);
+    void leaveFilter();
 
     ProjectSession* session_;
     TreeModel* model_;
@@ -65,6 +70,7 @@ private:
     FilterLine* filterLine_;
     QLabel* filterResult_;
     model::Element* kept_ = nullptr; // the current one, for after a reset or a filter
+    bool firstMatchWanted_ = false;  // as soon as it is found
     bool isNewProject_ = true;
 };
 

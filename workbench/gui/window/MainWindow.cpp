@@ -8,6 +8,7 @@
 #include <QDragEnterEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTabWidget>
@@ -21,6 +22,8 @@ namespace {
 
 constexpr std::string_view kContext = "corvane::workbench::gui::MainWindow";
 constexpr std::string_view kProjectExtension = ".json";
+constexpr int kWidth = 1180; // where the screen has room for it
+constexpr int kHeight = 760;
 
 QString windowPiece() { return QStringLiteral("window"); }
 QString acrossPiece() { return QStringLiteral("across"); }
@@ -47,12 +50,12 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
       table_(new TablePanel(session_, icons_, actions_, this)),
       problems_(new ProblemsPanel(session_, this)),
       start_(new StartPage(actions_, commands_->addMenu(), this)),
-      busy_(new BusyPage(this)),
+      busy_(new BusyPage(runner_, this)),
       files_(new ProjectFiles(session_, dialogs, *notices_, *this)),
       importer_(new Importer(session_, dialogs, *notices_, *this)) {
     setWindowIcon(icon("application"));
     setAcceptDrops(true);
-    resize(1180, 760);
+    resize(QSize(kWidth, kHeight).boundedTo(screen()->availableSize()));
     buildWorkspace();
     buildMenus();
     buildToolBar();
@@ -112,7 +115,10 @@ void MainWindow::connectParts() {
             [this](const std::vector<model::Element*>& elements) { tree_->select(elements); });
     connect(problems_, &ProblemsPanel::activated, this, &MainWindow::goTo);
     connect(&problems_->model(), &ProblemsModel::counted, this,
-            [this](std::size_t total) { actions_[Command::nextProblem].setEnabled(total != 0); });
+            [this](std::size_t total, const std::unordered_set<const model::Element*>& above) {
+                actions_[Command::nextProblem].setEnabled(total != 0);
+                tree_->setTroubled(above);
+            });
     connect(table_, &TablePanel::elementActivated, this,
             [this](model::Element* element) { goTo(element, {}); });
     connect(start_, &StartPage::projectChosen, files_,

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "workbench/gui/fields/EntryDelegate.hpp"
+
+#include <QTreeView>
+
+namespace corvane::workbench::gui {
+
+/// Paints the elements of the tree: where one is collapsed and something below it is wrong, with a
+/// sign of that.
+class TreeDelegate final : public EntryDelegate {
+    Q_OBJECT
+
+public:
+    explicit TreeDelegate(QTreeView& view) : EntryDelegate(&view), view_(&view) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+private:
+    QTreeView* view_;
+};
+
+} // namespace corvane::workbench::gui
