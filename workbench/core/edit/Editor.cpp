@@ -2,6 +2,7 @@
 
 #include "workbench/core/edit/History.hpp"
 #include "workbench/core/edit/steps/AddStep.hpp"
+#include "workbench/core/edit/steps/DuplicateStep.hpp"
 #include "workbench/core/edit/steps/ImportStep.hpp"
 #include "workbench/core/edit/steps/MoveStep.hpp"
 #include "workbench/core/edit/steps/RemoveStep.hpp"
@@ -88,6 +89,15 @@ Element& Editor::add(Element& parent, const LoadedClass& elementClass, std::stri
     const auto step = std::make_shared<AddStep>(parent, elementClass, name);
     history_->perform(step);
     return step->element();
+}
+
+std::vector<Element*> Editor::duplicate(std::span<Element* const> elements) {
+    requireBelowRoot(history_->workspace, elements);
+    if (elements.empty())
+        return {};
+    const auto step = std::make_shared<DuplicateStep>(topmostOf(elements));
+    history_->perform(step);
+    return step->copies();
 }
 
 void Editor::rename(Element& element, std::string_view name) {

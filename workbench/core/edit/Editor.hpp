@@ -61,6 +61,10 @@ public:
     model::Element& add(model::Element& parent, const LoadedClass& elementClass,
                         std::string_view name = {});
 
+    /// Copies elements, with all that is below them, each behind its original and under a name made
+    /// unique from its own. References among what is copied lead to the copies. Returns these.
+    std::vector<model::Element*> duplicate(std::span<model::Element* const> elements);
+
     /// Gives an element a name that none of its siblings has. Throws EditError for an empty name,
     /// one that is taken, is not valid UTF-8 or has control characters.
     void rename(model::Element& element, std::string_view name);

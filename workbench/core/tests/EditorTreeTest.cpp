@@ -275,4 +275,34 @@ TEST_F(EditorTreeTest, RemovesManyScatteredSiblings) {
     follower.compare();
 }
 
+TEST_F(EditorTreeTest, DuplicatesElementsWithAllBelowThem) {
+    const auto copies = editor.duplicate(at({"/P/A", "/P/A/x", "/P/B"}));
+    ASSERT_EQ(copies.size(), 2U);
+    EXPECT_EQ(copies[0]->path(), "/P/A 2");
+    EXPECT_EQ(copies[1]->path(), "/P/B 2");
+    EXPECT_EQ(project.element("/P").childElements()[2].get(), copies[0]);
+    EXPECT_EQ(effectiveAddress("/P/A 2/S/z"), u"DB1.DBW4");
+    EXPECT_EQ(shown(project, "/P/A 2/x", u"Command"), ui::ControlValue(Text(u"/P/C")));
+    EXPECT_EQ(shown(project, "/P/A 2/y", u"Command"), ui::ControlValue(Text(u"/P/later")));
+    EXPECT_EQ(editor.undoText(), u"Duplicate 2 elements");
+    check();
+}
+
+TEST_F(EditorTreeTest, LeadsReferencesAmongCopiesToCopies) {
+    editor.duplicate(at({"/P"}));
+    EXPECT_EQ(shown(project, "/P 2/A/S/z", u"Command"), ui::ControlValue(Text(u"/P 2/C")));
+    EXPECT_EQ(shown(project, "/P/A/S/z", u"Command"), ui::ControlValue(Text(u"/P/C")));
+    EXPECT_EQ(editor.undoText(), u"Duplicate “P”");
+    check();
+    editor.remove(at({"/P/C"}));
+    EXPECT_EQ(shown(project, "/P 2/A/x", u"Command"), ui::ControlValue(Text(u"/P 2/C")));
+}
+
+TEST_F(EditorTreeTest, ACopyFollowsItsOwnBlock) {
+    editor.duplicate(at({"/P/A"}));
+    set(editor, "/P/A 2", u"DB number", std::uint64_t{9});
+    EXPECT_EQ(effectiveAddress("/P/A 2/S/z"), u"DB9.DBW4");
+    EXPECT_EQ(effectiveAddress("/P/A/S/z"), u"DB1.DBW4");
+}
+
 } // namespace corvane::workbench::core::test
