@@ -3,17 +3,22 @@
 #include "workbench/gui/look/FilterLine.hpp"
 #include "workbench/gui/look/PlainText.hpp"
 #include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/table/RowText.hpp"
 #include "workbench/gui/table/TableDelegate.hpp"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <memory>
 #include <numeric>
 
 namespace corvane::workbench::gui {
@@ -77,8 +82,16 @@ void TablePanel::buildLayout() {
     view_->horizontalHeader()->setResizeContentsPrecision(0); // what is seen counts
     view_->horizontalHeader()->setStretchLastSection(true);
     view_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    view_->horizontalHeader()->setSectionsMovable(true);
+    view_->horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view_->horizontalHeader(), &QWidget::customContextMenuRequested, this,
+            &TablePanel::offerColumns);
     // Which columns are selected as a whole a heading would ask of each row, and each time.
     view_->horizontalHeader()->setSelectionModel(new QItemSelectionModel(model_, view_));
+
+    auto* const copyKey = new QShortcut(QKeySequence::Copy, view_);
+    copyKey->setContext(Qt::WidgetShortcut);
+    connect(copyKey, &QShortcut::activated, this, &TablePanel::copySelected);
 
     classes_->setObjectName(QStringLiteral("tableClass"));
     classes_->setAccessibleName(translated(kContext, "Kind of elements"));
@@ -271,6 +284,51 @@ void TablePanel::showColumn(const std::string& key) {
     const int row = view_->rowAt(0);
     if (const int column = model_->columnOf(key); column >= 0 && row >= 0)
         view_->scrollTo(model_->index(row, column));
+}
+
+std::vector<int> TablePanel::shownColumns() const {
+    const auto& header = *view_->horizontalHeader();
+    std::vector<int> columns;
+    for (int place = 0; place != header.count(); ++place)
+        if (const int column = header.logicalIndex(place); !header.isSectionHidden(column))
+            columns.push_back(column);
+    return columns;
+}
+
+// With the headings in the first line, as spreadsheets show them.
+void TablePanel::copySelected() {
+    if (session_->isBusy() || !hasSelection())
+        return;
+    const auto columns = shownColumns();
+    QStringList headings;
+    for (const int column : columns)
+        headings += model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    auto rows = std::make_shared<QString>();
+    session_->runner().run(
+        translated(kContext, "Copying"),
+        [&runner = session_->runner(), rows, columns, elements = selected()] {
+            *rows = rowsAsText(elements, columns, runner);
+        },
+        [rows, headings](const std::exception_ptr& failure) {
+            if (!failure && !rows->isEmpty())
+                QGuiApplication::clipboard()->setText(lineOfCells(headings) + *rows);
+        },
+        BusyRunner::Stoppable::yes);
+}
+
+void TablePanel::offerColumns(const QPoint& place) {
+    auto& header = *view_->horizontalHeader();
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (int column = 1; column < model_->columnCount(); ++column) { // the name stays
+        const auto heading = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        auto* const action = menu->addAction(withoutMnemonic(heading));
+        action->setCheckable(true);
+        action->setChecked(!header.isSectionHidden(column));
+        connect(action, &QAction::toggled, this,
+                [&header, column](bool shown) { header.setSectionHidden(column, !shown); });
+    }
+    menu->popup(header.mapToGlobal(place));
 }
 
 void TablePanel::focusTable() { view_->setFocus(Qt::ShortcutFocusReason); }

@@ -58,6 +58,10 @@ private:
     void showCount();
     void updateBulkEdit();
     void showColumn(const std::string& key);
+    void copySelected();
+    /// The columns that are shown, from left to right.
+    [[nodiscard]] std::vector<int> shownColumns() const;
+    void offerColumns(const QPoint& place);
 
     ProjectSession* session_;
     ClassIcons* icons_;

@@ -4,6 +4,8 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QHeaderView>
+#include <QMenu>
 #include <QPushButton>
 #include <QSet>
 #include <QTableView>
@@ -256,6 +258,50 @@ TEST_F(TableTest, TheColumnThatIsChangedIsInSight) {
     EXPECT_TRUE(isSeen("Command"));
     press(Qt::Key_Home);
     EXPECT_TRUE(isSeen("Data type"));
+}
+
+TEST_F(TableTest, RowsAreCopiedAsATableWithHeadings) {
+    select("/PLC/Line");
+    auto* const header = child<QTableView>("elementTable").horizontalHeader();
+    selectRows(3, 4);
+    table().setFocus();
+    press(Qt::Key_C, Qt::ControlModifier);
+    const auto* const clipboard = QGuiApplication::clipboard();
+    EXPECT_EQ(clipboard->text(),
+              "Name\tLocation\tData type\tString size\tAddress\tEffective address\tWritable\t"
+              "Command\n"
+              "SpeedSetpoint\t/PLC/Line\tsigned 16-bit integer\t\tDB2\tDB51.DB2\tWritable\t"
+              "/PLC/Default Command\n"
+              "SpeedActual\t/PLC/Line\tsigned 16-bit integer\t\tDB4\tDB51.DB4\tRead only\t"
+              "/PLC/Default Command\n");
+
+    // As they are shown: without what is hidden, in the order of the columns.
+    for (const char* const heading : {"Location", "String size", "Writable", "Command"})
+        header->setSectionHidden(columnOf(heading), true);
+    header->moveSection(header->visualIndex(columnOf("Effective address")), 1);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard->text(), "Name\tEffective address\tData type\tAddress\n"
+                                 "SpeedSetpoint\tDB51.DB2\tsigned 16-bit integer\tDB2\n"
+                                 "SpeedActual\tDB51.DB4\tsigned 16-bit integer\tDB4\n");
+}
+
+TEST_F(TableTest, ColumnsAreHiddenAndShownByTheMenuAtTheHeadings) {
+    auto* const header = child<QTableView>("elementTable").horizontalHeader();
+    const auto choose = [&](const char* heading) {
+        emit header->customContextMenuRequested({5, 5});
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (auto* const one : menu->actions())
+            if (one->text() == heading)
+                menu->setActiveAction(one);
+        QTest::keyClick(menu, Qt::Key_Return);
+        settle();
+    };
+    choose("Location");
+    EXPECT_TRUE(header->isSectionHidden(columnOf("Location")));
+    EXPECT_FALSE(header->isSectionHidden(columnOf("Address")));
+    choose("Location");
+    EXPECT_FALSE(header->isSectionHidden(columnOf("Location")));
 }
 
 TEST_F(TableTest, TheTableFollowsTheTree) {

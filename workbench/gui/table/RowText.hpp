@@ -1,0 +1,23 @@
+#pragma once
+
+#include "workbench/gui/session/BusyRunner.hpp"
+
+#include <corvane/workbench/model/Element.hpp>
+
+#include <QString>
+
+#include <vector>
+
+namespace corvane::workbench::gui {
+
+/// Rows of the table as spreadsheets take them: a line for each, a tab between its cells. What
+/// would end a cell or a line stands in it as a blank. `columns` are those of the table's model.
+/// Tells `runner` how far it is, and ends early, with no text, where that says so. The calling
+/// thread owns the model.
+[[nodiscard]] QString rowsAsText(const std::vector<model::Element*>& rows,
+                                 const std::vector<int>& columns, BusyRunner& runner);
+
+/// One line of such a text.
+[[nodiscard]] QString lineOfCells(const QStringList& cells);
+
+} // namespace corvane::workbench::gui
