@@ -40,7 +40,24 @@ public:
     ~OneLabel() { i18n::setTranslator({}); }
 };
 
-class EditorValuesTest : public EditorTest {};
+class EditorValuesTest : public EditorTest {
+protected:
+    /// A PLC "P" with a command "C" and so many items.
+    static std::string plantOf(int items) {
+        std::string children = R"({"@Skill.S7.Command": {"name": "C"}})";
+        for (int i = 0; i != items; ++i)
+            children += R"(,{"@Skill.S7.Item": {"name": "i)" + std::to_string(i) + "\"}}";
+        return R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [)" + children +
+               "]}}";
+    }
+
+    static std::vector<model::Element*> itemsOf(const Project& plant) {
+        std::vector<model::Element*> items;
+        for (const auto& child : plant.element("/P").childElements().subspan(1))
+            items.push_back(child.get());
+        return items;
+    }
+};
 
 } // namespace
 
@@ -196,16 +213,10 @@ TEST_F(EditorValuesTest, LetsItemsFollowTheNumberOfTheirBlock) {
 }
 
 TEST_F(EditorValuesTest, SetsOneFieldOfManyElements) {
-    std::string children = R"({"@Skill.S7.Command": {"name": "C"}})";
-    for (int i = 0; i != 500; ++i)
-        children += R"(,{"@Skill.S7.Item": {"name": "i)" + std::to_string(i) + "\"}}";
-    auto project =
-        load(R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [)" + children + "]}}");
+    auto project = load(plantOf(500));
     const auto before = sightOf(project);
     Editor editor(project);
-    std::vector<model::Element*> items;
-    for (const auto& child : project.element("/P").childElements().subspan(1))
-        items.push_back(child.get());
+    auto items = itemsOf(project);
 
     editor.setValue(items, {"command", Text(u"/P/C")});
     for (const auto* const item : items)
@@ -223,16 +234,10 @@ TEST_F(EditorValuesTest, SetsOneFieldOfManyElements) {
 }
 
 TEST_F(EditorValuesTest, TakesAStoppedChangeBack) {
-    std::string children = R"({"@Skill.S7.Command": {"name": "C"}})";
-    for (int i = 0; i != 2000; ++i)
-        children += R"(,{"@Skill.S7.Item": {"name": "i)" + std::to_string(i) + "\"}}";
-    auto project =
-        load(R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [)" + children + "]}}");
+    auto project = load(plantOf(2000));
     const auto before = sightOf(project);
     Editor editor(project);
-    std::vector<model::Element*> items;
-    for (const auto& child : project.element("/P").childElements().subspan(1))
-        items.push_back(child.get());
+    const auto items = itemsOf(project);
     const FieldValue value{"command", Text(u"/P/C")};
 
     std::size_t furthest = 0;

@@ -185,7 +185,9 @@ bool FormPanel::eventFilter(QObject* watched, QEvent* event) {
     // A text line has an undo of its own, which knows less than the project's.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* const key = static_cast<QKeyEvent*>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+        const bool isRedo =
+            key->key() == Qt::Key_Y && key->modifiers() == Qt::ControlModifier; // on every desktop
+        if (isRedo || key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
             event->ignore();
             return true;
         }

@@ -31,7 +31,10 @@ Actions::Actions(QObject* owner) {
     for (const auto& info : kCommands) {
         auto* const action = new QAction(owner);
         action->setObjectName(QString::fromLatin1(info.name));
-        action->setShortcut(QKeySequence(QString::fromLatin1(info.shortcut)));
+        const QKeySequence shortcut(QString::fromLatin1(info.shortcut));
+        action->setShortcuts(info.id == Command::redo
+                                 ? QList{shortcut, QKeySequence(Qt::CTRL | Qt::Key_Y)}
+                                 : QList{shortcut});
         if (*info.icon != '\0')
             action->setIcon(icon(info.icon));
         setTexts(*action, translated(kContext, info.text), {});

@@ -148,6 +148,12 @@ void NoticeBar::clearLastStep() {
         present(question_);
 }
 
+void NoticeBar::clearLastStepAndWarning() {
+    clearLastStep();
+    if (shown_.kind == Kind::warning)
+        present(question_);
+}
+
 QString NoticeBar::text() const { return shown_.text; }
 
 void NoticeBar::showPicture() {

@@ -41,8 +41,10 @@ public:
 
     /// Takes away everything.
     void clear();
-    /// Takes away what was told of the last step.
+    /// Takes away what was told of the last step; of an import its warnings stay.
     void clearLastStep();
+    /// Likewise with warnings, as that step is undone or redone.
+    void clearLastStepAndWarning();
 
     /// What is shown; empty for nothing.
     [[nodiscard]] QString text() const;

@@ -3,6 +3,7 @@
 #include "workbench/gui/look/PlainText.hpp"
 #include "workbench/gui/look/Text.hpp"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -44,6 +45,17 @@ ProblemsPanel::ProblemsPanel(ProjectSession& session, QWidget* parent)
     connect(view_, &QTableView::activated, this, &ProblemsPanel::activate);
     connect(model_, &ProblemsModel::counted, this, &ProblemsPanel::showCount);
     showCount(0);
+}
+
+void ProblemsPanel::offer(const QList<QAction*>& actions) {
+    auto* const goThere = new QAction(translated(kContext, "Go to the Field"), view_);
+    connect(goThere, &QAction::triggered, this, [this] {
+        if (const auto index = view_->currentIndex(); index.isValid())
+            activate(index);
+    });
+    view_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    view_->addAction(goThere);
+    view_->addActions(actions);
 }
 
 void ProblemsPanel::focusList() {

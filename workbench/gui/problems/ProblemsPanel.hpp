@@ -17,6 +17,8 @@ public:
     ProblemsPanel(ProjectSession& session, QWidget* parent);
 
     [[nodiscard]] ProblemsModel& model() const { return *model_; }
+    /// What the menu at a problem offers.
+    void offer(const QList<QAction*>& actions);
     void focusList();
     /// Goes to the problem below the current one, from the last one to the first.
     void activateNext();

@@ -19,7 +19,8 @@ public:
     virtual QString chooseProjectToOpen(QWidget* parent) = 0;
     virtual QString chooseProjectToSave(QWidget* parent, const QString& suggestion) = 0;
 
-    /// `title` is the label of the button that was pressed, `extension` begins with a dot.
+    /// `title` is the label of the button that was pressed, `extension` begins with a dot; it is
+    /// empty where a file of any kind may be chosen.
     virtual QString chooseFileToImport(QWidget* parent, const QString& title,
                                        const QString& extension) = 0;
 

@@ -246,6 +246,18 @@ void ProjectSession::rename(model::Element& element, const QString& name) {
     performNow({Effect::values, {}}, [&] { editor_->rename(element, toUtf8(name)); });
 }
 
+void ProjectSession::duplicate(std::vector<model::Element*> elements) {
+    typing_.reset();
+    auto copies = std::make_shared<std::vector<model::Element*>>();
+    perform(
+        {Effect::structure, translated(kContext, "Duplicating")},
+        [this, copies, elements = std::move(elements)] { *copies = editor_->duplicate(elements); },
+        [this, copies](const std::exception_ptr& failure) {
+            if (!failure)
+                emit arrived(*copies);
+        });
+}
+
 void ProjectSession::remove(std::vector<model::Element*> elements) {
     typing_.reset();
     auto lost = std::make_shared<std::vector<core::LostReference>>();
@@ -279,7 +291,7 @@ void ProjectSession::move(const std::vector<model::Element*>& elements, model::E
         [this, elements, &parent, position] { editor_->move(elements, parent, position); },
         [this, elements](const std::exception_ptr& failure) {
             if (!failure)
-                emit moved(elements);
+                emit arrived(elements);
         });
 }
 

@@ -67,6 +67,8 @@ public:
     /// The new element; null if it was refused.
     model::Element* add(model::Element& parent, const core::LoadedClass& elementClass);
     void rename(model::Element& element, const QString& name);
+    /// The copies are told by `arrived`.
+    void duplicate(std::vector<model::Element*> elements);
     void remove(std::vector<model::Element*> elements);
     void move(const std::vector<model::Element*>& elements, model::Element& parent,
               std::size_t position);
@@ -113,8 +115,8 @@ signals:
 
     /// An edit was not made; translated.
     void refused(const QString& reason);
-    /// Elements stand at another place now.
-    void moved(const std::vector<model::Element*>& elements);
+    /// Elements stand at another place now, or are copies: the user wants to see them there.
+    void arrived(const std::vector<model::Element*>& elements);
     /// Something that the user should know about an edit that was made; translated.
     void remarked(const QString& remark);
 

@@ -223,6 +223,7 @@ TEST_F(GuiTest, AFileThatCannotBeImportedLeavesTheHistoryAlone) {
 TEST_F(GuiTest, WhereSeveralElementsImportTheUserIsAsked) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     addFromMenu("addButton", QStringLiteral("S7 Compatible PLC"));
+    press(Qt::Key_Return);
     tree().setCurrentIndex({});
     dialogs_.choice = QStringLiteral("/PLC 2");
     window().openFiles({example("bottling-line.db")});

@@ -1,5 +1,7 @@
 #include "workbench/gui/tree/TreeMemory.hpp"
 
+#include "workbench/core/project/ElementWalk.hpp"
+
 #include <algorithm>
 #include <utility>
 
@@ -63,6 +65,22 @@ void TreeMemory::restoreBelow(const model::Element& parent) {
             view_->expand(index);
         restoreBelow(*child);
     }
+}
+
+// The view tells of single elements only. Without children there is nothing to remember.
+void TreeMemory::expandAll() {
+    if (!model_->isFiltered())
+        core::forEachElement(session_->root().childElements(), [this](model::Element& element) {
+            if (!element.childElements().empty())
+                expanded_.insert(&element);
+        });
+    view_->expandAll();
+}
+
+void TreeMemory::collapseAll() {
+    if (!model_->isFiltered())
+        expanded_.clear();
+    view_->collapseAll();
 }
 
 TreeMemory::Place TreeMemory::placeOf(model::Element& element) const {

@@ -30,6 +30,9 @@ public:
     /// Expands what was expanded last, everywhere.
     void restoreExpanded();
 
+    void expandAll();
+    void collapseAll();
+
     /// Another project has no part in what was remembered; what it shows at its top is expanded
     /// where it is the only one.
     void forget();

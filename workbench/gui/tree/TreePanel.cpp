@@ -60,7 +60,7 @@ void TreePanel::connectToSession() {
     });
     connect(session_, &ProjectSession::valuesUpdated, view_->viewport(),
             qOverload<>(&QWidget::update));
-    connect(session_, &ProjectSession::moved, this,
+    connect(session_, &ProjectSession::arrived, this,
             qOverload<const std::vector<model::Element*>&>(&TreePanel::select));
 }
 
@@ -185,6 +185,10 @@ void TreePanel::setTroubled(std::unordered_set<const model::Element*> elements) 
     model_->setTroubled(std::move(elements));
     view_->viewport()->update();
 }
+
+void TreePanel::expandAll() { memory_->expandAll(); }
+
+void TreePanel::collapseAll() { memory_->collapseAll(); }
 
 void TreePanel::focusFilter() {
     filterLine_->setFocus(Qt::ShortcutFocusReason);

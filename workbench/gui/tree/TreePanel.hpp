@@ -45,6 +45,9 @@ public:
     /// Shows that something below these elements is wrong, where they are collapsed.
     void setTroubled(std::unordered_set<const model::Element*> elements);
 
+    void expandAll();
+    void collapseAll();
+
     void focusFilter();
     void focusTree();
 

@@ -83,6 +83,11 @@ model::Element& ElementCommands::parentOf(model::Element& element) const {
     return session_->project().model().parentOf(element);
 }
 
+void ElementCommands::duplicate() {
+    if (const auto* const selecting = part(); selecting != nullptr && selecting->hasSelection())
+        session_->duplicate(selecting->selected());
+}
+
 void ElementCommands::rename() {
     if (current() != nullptr)
         part()->renameCurrent();
@@ -188,15 +193,18 @@ void ElementCommands::offer(model::Element& parent) {
 }
 
 void ElementCommands::addBelow(model::Element& parent, const core::LoadedClass& elementClass) {
-    if (auto* const element = session_->add(parent, elementClass))
-        tree_->select(*element);
+    auto* const element = session_->add(parent, elementClass);
+    if (element == nullptr)
+        return;
+    tree_->select(*element);
+    tree_->renameCurrent(); // a new element has the name of its kind
 }
 
 void ElementCommands::update() {
     const auto* const selecting = part();
     const bool any = selecting != nullptr && selecting->hasSelection();
-    for (const auto command :
-         {Command::rename, Command::remove, Command::moveUp, Command::moveDown, Command::pickUp})
+    for (const auto command : {Command::duplicate, Command::rename, Command::remove,
+                               Command::moveUp, Command::moveDown, Command::pickUp})
         (*actions_)[command].setEnabled(any);
     (*actions_)[Command::putHere].setEnabled(newParentOfPickedUp() != nullptr);
 }

@@ -30,6 +30,7 @@ public:
 
     [[nodiscard]] QMenu& addMenu() const { return *addMenu_; }
 
+    void duplicate();
     void rename();
     void remove();
 

@@ -50,6 +50,7 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
       table_(new TablePanel(session_, icons_, actions_, this)),
       problems_(new ProblemsPanel(session_, this)),
       start_(new StartPage(actions_, commands_->addMenu(), this)),
+      goToElement_(new GoToElement(session_, this)),
       busy_(new BusyPage(runner_, this)),
       files_(new ProjectFiles(session_, dialogs, *notices_, *this)),
       importer_(new Importer(session_, dialogs, *notices_, *this)) {
@@ -71,6 +72,7 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
 
 MainWindow::~MainWindow() {
     runner_.abandon();
+    delete goToElement_;
     delete commands_; // they follow the keyboard, which leaves the parts one by one
     // The parts look at the session as long as they live.
     delete takeCentralWidget();
@@ -121,6 +123,10 @@ void MainWindow::connectParts() {
             });
     connect(table_, &TablePanel::elementActivated, this,
             [this](model::Element* element) { goTo(element, {}); });
+    connect(goToElement_, &GoToElement::chosen, this, [this](model::Element* element) {
+        tree_->select(*element);
+        tree_->focusTree();
+    });
     connect(start_, &StartPage::projectChosen, files_,
             [this](const QString& file) { files_->open(file); });
     connect(files_, &ProjectFiles::fileChanged, this, [this] {
@@ -133,10 +139,13 @@ void MainWindow::connectParts() {
 void MainWindow::connectSession() {
     connect(&session_, &ProjectSession::historyUpdated, this, &MainWindow::updateHistory);
     connect(&session_, &ProjectSession::structureChanged, this, &MainWindow::updateStart);
-    connect(&session_, &ProjectSession::stepEnded, this, [this](ProjectSession::Way, bool good) {
-        if (good)
-            notices_->clearLastStep();
-    });
+    connect(&session_, &ProjectSession::stepEnded, this,
+            [this](ProjectSession::Way way, bool good) {
+                if (good && way == ProjectSession::Way::forth)
+                    notices_->clearLastStep();
+                else if (good)
+                    notices_->clearLastStepAndWarning();
+            });
     connect(&session_, &ProjectSession::refused, this, [this](const QString& reason) {
         notices_->showNotice(NoticeBar::Kind::refusal, reason);
     });

@@ -12,6 +12,7 @@
 #include "workbench/gui/tree/TreePanel.hpp"
 #include "workbench/gui/window/BusyPage.hpp"
 #include "workbench/gui/window/ElementCommands.hpp"
+#include "workbench/gui/window/GoToElement.hpp"
 #include "workbench/gui/window/StartPage.hpp"
 
 #include <QMainWindow>
@@ -94,6 +95,7 @@ private:
     TablePanel* table_;
     ProblemsPanel* problems_;
     StartPage* start_;
+    GoToElement* goToElement_;
     BusyPage* busy_;
     ProjectFiles* files_;
     Importer* importer_;

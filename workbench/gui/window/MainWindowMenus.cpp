@@ -38,6 +38,8 @@ void MainWindow::buildMenus() {
     auto& recent = *file.addMenu(translated(kContext, "Open &Recent"));
     connect(&recent, &QMenu::aboutToShow, this, [this, &recent] { fillRecentMenu(recent); });
     file.addSeparator();
+    file.addAction(&actions_[Command::importFile]);
+    file.addSeparator();
     file.addAction(&actions_[Command::saveProject]);
     file.addAction(&actions_[Command::saveProjectAs]);
     file.addSeparator();
@@ -48,6 +50,7 @@ void MainWindow::buildMenus() {
     edit.addAction(&actions_[Command::redo]);
     edit.addSeparator();
     edit.addMenu(&commands_->addMenu());
+    edit.addAction(&actions_[Command::duplicate]);
     edit.addAction(&actions_[Command::rename]);
     edit.addAction(&actions_[Command::remove]);
     edit.addSeparator();
@@ -60,6 +63,9 @@ void MainWindow::buildMenus() {
     auto& view = *menuBar()->addMenu(translated(kContext, "&View"));
     for (const auto command : {Command::showTree, Command::showForm, Command::showTable,
                                Command::showProblems, Command::nextProblem})
+        view.addAction(&actions_[command]);
+    view.addSeparator();
+    for (const auto command : {Command::goToElement, Command::expandAll, Command::collapseAll})
         view.addAction(&actions_[command]);
     view.addSeparator();
     view.addAction(&actions_[Command::filterTree]);
@@ -137,6 +143,12 @@ void MainWindow::connectCommands() {
     on(Command::quit, [this] { close(); });
     on(Command::undo, [this] { session_.undo(); });
     on(Command::redo, [this] { session_.redo(); });
+    on(Command::importFile, [this] {
+        const auto file = dialogs_->chooseFileToImport(this, translated(kContext, "Import"), {});
+        if (!file.isEmpty())
+            importer_->importFile(file, tree_->current());
+    });
+    on(Command::duplicate, [this] { commands_->duplicate(); });
     on(Command::rename, [this] { commands_->rename(); });
     on(Command::remove, [this] { commands_->remove(); });
     on(Command::moveUp, [this] { commands_->move(ElementCommands::Direction::up); });
@@ -150,9 +162,13 @@ void MainWindow::connectCommands() {
 void MainWindow::offerCommands() {
     commands_->setParts(*tree_, *table_, *problems_);
     QList<QAction*> onElements{commands_->addMenu().menuAction()};
-    for (const auto command : {Command::rename, Command::remove, Command::pickUp, Command::putHere})
+    for (const auto command :
+         {Command::duplicate, Command::rename, Command::remove, Command::pickUp, Command::putHere})
         onElements += &actions_[command];
-    tree_->offer(onElements, actions_[Command::remove]);
+    tree_->offer(onElements + QList<QAction*>{&actions_[Command::expandAll],
+                                              &actions_[Command::collapseAll]},
+                 actions_[Command::remove]);
+    problems_->offer({&actions_[Command::nextProblem]});
     table_->offer(onElements + QList<QAction*>{&actions_[Command::changeSelected]});
 }
 
@@ -166,6 +182,9 @@ void MainWindow::connectViewCommands() {
         tabs_->setCurrentWidget(table_);
         table_->focusFilter();
     });
+    on(Command::goToElement, [this] { goToElement_->open(); });
+    on(Command::expandAll, [this] { tree_->expandAll(); });
+    on(Command::collapseAll, [this] { tree_->collapseAll(); });
     on(Command::showTree, [this] { tree_->focusTree(); });
     on(Command::showForm, [this] {
         tabs_->setCurrentWidget(form_);

@@ -45,8 +45,11 @@ QString NativeDialogs::chooseProjectToSave(QWidget* parent, const QString& sugge
 
 QString NativeDialogs::chooseFileToImport(QWidget* parent, const QString& title,
                                           const QString& extension) {
-    const auto filter = translated(kContext, "{} files (*{} *{});;All files (*)",
-                                   {extension.mid(1).toUpper(), extension, extension.toUpper()});
+    const auto filter =
+        extension.isEmpty()
+            ? translated(kContext, "All files (*)")
+            : translated(kContext, "{} files (*{} *{});;All files (*)",
+                         {extension.mid(1).toUpper(), extension, extension.toUpper()});
     return remember(lastFolder_, QFileDialog::getOpenFileName(parent, title, lastFolder_, filter));
 }
 
