@@ -60,6 +60,45 @@ TEST(ImportFailure, SaysWhatHelpsAgainstAMissingFile) {
                       .err = std::string(kMessage).append("\nhint: ").append(kHint) + "\n"}));
 }
 
+constexpr std::string_view kOptimized = "DATA_BLOCK \"Press\"\n"
+                                        "{\tS7_Optimized_Access := 'TRUE' }\n";
+constexpr std::string_view kOptimizedText =
+    "Error importing S7 data blocks from a.db: S7 Optimized Access should be set to FALSE ";
+constexpr std::string_view kOptimizedHint =
+    "the variables of this data block have no fixed addresses: in the properties of the block in "
+    "the PLC programming environment clear \u201COptimized block access\u201D, compile it, and "
+    "export it again";
+
+TEST(ImportFailure, ShowsThePlaceTheLineAndAHint) {
+    const Sandbox place;
+    place.write("a.db", kOptimized);
+    const Result told{.exitCode = 1,
+                      .out = {},
+                      .err = std::string(kOptimizedText) +
+                             "\n"
+                             "a.db:2:26\n"
+                             "{\tS7_Optimized_Access := 'TRUE' }\n"
+                             " \t                       ^\n"
+                             "hint: " +
+                             std::string(kOptimizedHint) + "\n"};
+    EXPECT_EQ(place.run({"import", "a.db"}), told);
+    EXPECT_EQ(place.runOnTerminal({"import", "a.db"}), told) << "which keeps the tabs";
+    auto answered = told;
+    answered.out = answer(kOptimizedText, "a.db") + R"("line": 2, "column": 26, "hint": ")" +
+                   std::string(kOptimizedHint) + "\"}}\n";
+    EXPECT_EQ(place.run({"import", "a.db", "--json"}), answered);
+}
+
+TEST(ImportFailure, MasksTheLineOnATerminal) {
+    const Sandbox place;
+    place.write("a.db", "(* \x1b[2J *) PROGRAM\n");
+    const std::string text = "Error importing S7 data blocks from a.db: Missing DATA_BLOCK "
+                             "declaration \na.db:1:12\n";
+    EXPECT_EQ(place.run({"import", "a.db"}).err, text + "(* \x1b[2J *) PROGRAM\n           ^\n");
+    EXPECT_EQ(place.runOnTerminal({"import", "a.db"}).err,
+              text + "(* ?[2J *) PROGRAM\n           ^\n");
+}
+
 // What the message says of the command line is no failure of the import.
 TEST(ImportFailure, AWrongCommandLineIsNoObject) {
     const Sandbox place;

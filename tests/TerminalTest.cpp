@@ -110,7 +110,7 @@ TEST_F(TerminalTest, TellsWhatFailed) {
               (Result{.exitCode = 1,
                       .out = {},
                       .err = "Error importing S7 data blocks from " + bad +
-                             ": Missing DATA_BLOCK declaration \n"}));
+                             ": Missing DATA_BLOCK declaration \n" + bad + ":1:1\nPROGRAM\n^\n"}));
     place.write("type.db", dataBlock("Data", "x : \"T\x1b[31m\";"));
     EXPECT_EQ(place.runOnTerminal({"import", "type.db"}).err.find('\x1b'), std::string::npos);
 

@@ -49,6 +49,7 @@ BEGIN {
     # What the importer's stages share, then the stages; the pipeline at the root knows them all.
     knows["plugins/s7/dbimport/facts"] = "-"
     knows["plugins/s7/dbimport/reader"] = "facts"
+    knows["plugins/s7/dbimport/diagnosis"] = "facts reader"
     knows["plugins/s7/dbimport/parser"] = "facts reader"
     knows["plugins/s7/dbimport/context"] = "facts"
     knows["plugins/s7/dbimport/tree"] = "facts reader parser context"

@@ -18,7 +18,7 @@ public:
 
     void rewind() override {
         position_ = 0;
-        setBuffer(nullptr, nullptr);
+        setFirstBuffer(nullptr, nullptr);
     }
 
 protected:

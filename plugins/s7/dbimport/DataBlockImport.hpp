@@ -20,11 +20,17 @@ using ImportResult = std::expected<ui::ImportedDocument, ui::ImportFailure>;
 /// The PLC itself is only looked at: items that it has already keep their commands, data blocks
 /// their numbers.
 ///
-/// Whatever fails, the file, its syntax or its size, ends in the error text; nothing is thrown and
-/// there is no partial document. The file is closed when the operation returns.
+/// Whatever fails, the file, its syntax or its size, ends in the error text, with the place in the
+/// file that is at fault and a hint where there is one; nothing is thrown and there is no partial
+/// document. The file is closed when the operation returns.
 [[nodiscard]] ImportResult importDataBlocks(const Plc& plc, const std::filesystem::path& filePath);
 
-/// The same for the bytes of a file, read from `stream` to its end. Throws std::runtime_error with
+/// The same for the bytes of a file, which is called `filePath`.
+[[nodiscard]] ImportResult importDataBlocks(const Plc& plc, const std::filesystem::path& filePath,
+                                            utils::io::InputStream& stream,
+                                            const ImportLimits& limits = {});
+
+/// The document alone, of what is read from `stream` to its end. Throws std::runtime_error with
 /// a message of the importer, the standard conversion errors, or what the stream throws.
 [[nodiscard]] ui::ImportedDocument
 makeImportDocument(const Plc& plc, utils::io::InputStream& stream, const ImportLimits& limits = {});

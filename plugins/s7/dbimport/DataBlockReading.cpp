@@ -25,11 +25,14 @@ public:
           parser_(reader_),
           factory_(parser_, context, limits, *memory_, foreignNames_) {}
 
-    std::vector<DataBlockRecord> read() {
+    std::vector<DataBlockRecord> read() try {
         reader_.skipByteOrderMark();
         while (!reader_.atEnd())
             readDataBlock();
         return std::move(records_);
+    } catch (Fault& fault) {
+        fault.locate(reader_.place());
+        throw;
     }
 
 private:
@@ -38,8 +41,7 @@ private:
         foreignNames_ = ForeignNames();
         const std::string name = readName();
         while (!parser_.parseHeaderLine())
-            if (reader_.atEnd())
-                fail(Message::endOfFile);
+            failAtEnd();
         if (parser_.state() == DbFileParser::State::structRead)
             readBody(name);
         if (parser_.state() != DbFileParser::State::endRead)
@@ -50,18 +52,22 @@ private:
         std::string name = parser_.parseDataBlockHeader();
         foreignNames_.makeDocumentText(name);
         if (!names_.insert(name).second)
-            fail(Message::duplicateBlockName);
+            failAt(parser_.namePlace(), Message::duplicateBlockName);
         return name;
     }
 
     void readBody(const std::string& name) {
+        const std::uint64_t place = parser_.namePlace();
         const std::string_view kept = memory_->keep(name);
         auto root = memory_->make<RootNode>(kept);
         auto body = memory_->make<StructNode>(kept, root->access(), true);
         factory_.readStructure(*body, true);
         root->addChild(std::move(body));
-        records_.push_back(
-            {name, existingNumber(name), {memory_, std::move(root)}, std::move(foreignNames_)});
+        records_.push_back({.name = name,
+                            .dbNumber = existingNumber(name),
+                            .root = {memory_, std::move(root)},
+                            .foreignNames = std::move(foreignNames_),
+                            .place = place});
     }
 
     [[nodiscard]] std::optional<std::uint16_t> existingNumber(std::string_view name) const {
@@ -69,10 +75,14 @@ private:
         return found == context_->dbNumbers().end() ? std::nullopt : std::optional(found->second);
     }
 
+    void failAtEnd() {
+        if (reader_.atEnd())
+            failAt(reader_.offset(), Message::endOfFile);
+    }
+
     void readAssignments() {
         while (!parser_.parseAssignmentStep())
-            if (reader_.atEnd())
-                fail(Message::endOfFile);
+            failAtEnd();
     }
 
     const ImportContext* context_;

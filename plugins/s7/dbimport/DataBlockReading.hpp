@@ -54,6 +54,7 @@ struct DataBlockRecord {
     std::optional<std::uint16_t> dbNumber; ///< empty until it is known
     DeclarationTree root;
     ForeignNames foreignNames; ///< the block's own and its members'
+    std::uint64_t place = 0;   ///< where its name begins in the file, in bytes from 0
 };
 
 /// Reads a .db file: its data blocks in the order of the file, without those that have no body. A

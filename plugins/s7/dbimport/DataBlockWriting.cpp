@@ -77,10 +77,12 @@ std::vector<ui::ImportWarning> warningsOf(const std::vector<DataBlockRecord>& re
     return warnings;
 }
 
-// Trees are destroyed as soon as they are written: the document grows while they go.
+// Trees are destroyed as soon as they are written: the document grows while they go. `place` is
+// that of the block being written.
 std::vector<ui::MemoryUse> writeDocument(utils::io::OutputStream& stream,
                                          std::vector<DataBlockRecord> records,
-                                         const ImportContext& context, const ImportLimits& limits) {
+                                         const ImportContext& context, const ImportLimits& limits,
+                                         std::uint64_t& place) {
     std::vector<ui::MemoryUse> memory;
     memory.reserve(records.size());
     ElementBudget budget(limits.elements);
@@ -89,6 +91,7 @@ std::vector<ui::MemoryUse> writeDocument(utils::io::OutputStream& stream,
     if (context.createDefaultCommand())
         writeDefaultCommand(entries);
     for (DataBlockRecord& record : records) {
+        place = record.place;
         const std::uint64_t bytes = writeDataBlock(entries, record, context, budget);
         record.root.reset();
         memory.push_back({std::move(record.name), bytes});
@@ -103,11 +106,15 @@ ui::ImportedDocument writeDataBlocks(std::vector<DataBlockRecord> records,
     auto warnings = warningsOf(records);
     StringOutputStream text(limits.documentBytes);
     reserveDocument(text, records, limits);
+    std::uint64_t place = 0;
     try {
-        auto memory = writeDocument(text, std::move(records), context, limits);
+        auto memory = writeDocument(text, std::move(records), context, limits, place);
         return {text.take(), std::move(memory), std::move(warnings)};
     } catch (const utils::io::TextTooLongError&) {
-        fail(Message::documentTooLarge, limits.documentBytes);
+        failAt(place, Message::documentTooLarge, std::to_string(limits.documentBytes));
+    } catch (Fault& fault) {
+        fault.locate(place);
+        throw;
     }
 }
 

@@ -15,6 +15,7 @@ corvane_test(s7_dbimport_test
         dbimport/ImportGoldenTest.cpp
         dbimport/ImportLimitsTest.cpp
         dbimport/ImportMessagesTest.cpp
+        dbimport/ImportPlacesTest.cpp
         dbimport/ItemTextTest.cpp
         dbimport/LayoutTest.cpp
         dbimport/PlainDeclarationTest.cpp

@@ -38,7 +38,7 @@ void FileInputStream::rewind() {
         fromStart_ = true;
         filled_ = 0;
     }
-    setBuffer(buffer_.get(), buffer_.get() + filled_);
+    setFirstBuffer(buffer_.get(), buffer_.get() + filled_);
 }
 
 bool FileInputStream::refill() {

@@ -18,7 +18,13 @@ std::string_view messageText(Message message) {
 void fail(Message message) { fail(message, std::string_view()); }
 
 void fail(Message message, std::string_view subject) {
-    throw std::runtime_error(std::string(messageText(message)).append(subject));
+    throw ImportError<std::runtime_error>(message,
+                                          std::string(messageText(message)).append(subject));
+}
+
+void failAt(std::uint64_t place, Message message, std::string_view subject) {
+    throw ImportError<std::runtime_error>(message,
+                                          std::string(messageText(message)).append(subject), place);
 }
 
 void fail(Message message, std::uint64_t subject) { fail(message, std::to_string(subject)); }

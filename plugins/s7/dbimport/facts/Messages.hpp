@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 /// The importer's messages. Nothing of a faulty file is repaired: the first fault ends the import
@@ -24,9 +26,37 @@ inline constexpr std::array kMessages = {
 /// The English text of a message.
 [[nodiscard]] std::string_view messageText(Message message);
 
-// Each throws std::runtime_error with the message's text, followed directly by the subject.
+/// What an import fails with, beside the standard exception that it is.
+struct Fault {
+    explicit Fault(Message which) : message(which) {}
+
+    Message message;
+    /// Where in the file, in bytes from 0; empty where it is not known (yet).
+    std::optional<std::uint64_t> place = std::nullopt;
+
+    /// Says where it is, unless that is known already.
+    void locate(std::uint64_t offset) {
+        if (!place)
+            place = offset;
+    }
+};
+
+/// An exception of a standard kind that is a message of the importer.
+template <class Standard>
+class ImportError final : public Standard, public Fault {
+public:
+    ImportError(Message which, const std::string& text,
+                std::optional<std::uint64_t> offset = std::nullopt)
+        : Standard(text), Fault(which) {
+        place = offset;
+    }
+};
+
+// Each throws an ImportError<std::runtime_error> with the message's text, followed directly by the
+// subject.
 [[noreturn]] void fail(Message message);
 [[noreturn]] void fail(Message message, std::string_view subject);
 [[noreturn]] void fail(Message message, std::uint64_t subject);
+[[noreturn]] void failAt(std::uint64_t place, Message message, std::string_view subject = {});
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -46,6 +46,9 @@ struct VariableDeclaration {
     const TypeFacts* type = nullptr;
     ExternalAccess access;
     std::variant<ScalarShape, ArrayShape> shape;
+    // Where in the file they begin, in bytes from 0.
+    std::uint64_t place = 0;
+    std::uint64_t typePlace = 0;
 };
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -70,6 +70,8 @@ void DbFileParser::beginDataBlock() {
     standardAccess_ = false;
 }
 
+void DbFileParser::setPlace(std::uint64_t offset) { reader_->setPlace(offset); }
+
 bool DbFileParser::enter(State state) {
     state_ = state;
     return true;
@@ -83,6 +85,7 @@ std::string DbFileParser::parseDataBlockHeader() {
         fail(Message::missingDataBlock);
     std::string name(reader_->nextIs(kNameQuote) ? reader_->readQuoted(kNameQuote)
                                                  : reader_->readWord());
+    namePlace_ = reader_->place();
     if (isKeyword(name))
         fail(Message::keywordAsBlockName);
     if (name.empty())
@@ -126,7 +129,7 @@ bool DbFileParser::parseHeaderLine() {
     case Keyword::structure:
         // Without attributes a block has optimized access, which gives its variables no addresses.
         if (!standardAccess_)
-            fail(Message::optimizedAccess);
+            failAt(namePlace_, Message::optimizedAccess);
         return enter(State::structRead);
     case Keyword::begin:
         return enter(State::beginRead);
@@ -143,9 +146,9 @@ bool DbFileParser::parseHeaderLine() {
 //    ^
 void DbFileParser::parseBlockAttributes() {
     AttributeTable table{kOptimizedAccessAttribute};
-    parseAttributes(table);
+    const std::uint64_t place = parseAttributes(table);
     if (!table.isFalse(kOptimizedAccessAttribute))
-        fail(Message::optimizedAccess);
+        failAt(place, Message::optimizedAccess);
     standardAccess_ = true;
 }
 
@@ -161,13 +164,14 @@ void DbFileParser::skipPlainDeclaration(const PlainDeclaration& declaration) {
 //    Speed { ExternalWritable := 'False' } : Int := 100;
 //    ^
 bool DbFileParser::parseDeclaration(VariableDeclaration& declaration, bool isTopLevel) {
+    declaration.place = reader_->offset();
     if (!parseName(declaration.name, isTopLevel))
         return false;
     declaration.access = ExternalAccess();
     if (reader_->nextIs('{'))
         parseVariableAttributes(declaration.access);
     if (!reader_->nextIs(':'))
-        fail(Message::missingSeparator);
+        failAt(declaration.place, Message::missingSeparator);
     reader_->readCharSkipBlanks();
     parseType(declaration, true);
     return true;
@@ -217,6 +221,7 @@ void DbFileParser::parseVariableAttributes(ExternalAccess& access) {
 void DbFileParser::parseType(VariableDeclaration& declaration, bool arraysAllowed) {
     static constexpr ValueEnd kInitialValueEnd{Delimiters{";"}, Delimiters{";'"}};
     assignFolded(declaration.typeKeyword, reader_->readWordUntil(kTypeEnd));
+    declaration.typePlace = reader_->place();
     declaration.type = findType(declaration.typeKeyword);
     const Keyword keyword =
         declaration.type != nullptr ? Keyword::none : keywordOf(declaration.typeKeyword);
@@ -233,7 +238,7 @@ void DbFileParser::parseType(VariableDeclaration& declaration, bool arraysAllowe
         scalar.elementCount = parseTextLength();
     static_cast<void>(parseAssignment(kInitialValueEnd, true));
     if (!reader_->nextIs(';'))
-        fail(Message::semicolonExpected);
+        failAt(declaration.place, Message::semicolonExpected);
     reader_->readCharSkipBlanks();
 }
 
@@ -246,7 +251,7 @@ void DbFileParser::parseDimensions(ArrayShape& shape) {
         if (reader_->nextIs(']'))
             break;
         if (!reader_->nextIs(','))
-            fail(Message::badArrayIndex);
+            failAt(reader_->offset(), Message::badArrayIndex);
         reader_->readCharSkipBlanks();
     }
     consume(*reader_, ']', Message::arrayBracketExpected);
@@ -258,11 +263,15 @@ void DbFileParser::parseDimensions(ArrayShape& shape) {
 //    ^
 Dimension DbFileParser::parseDimension() {
     const std::string low(reader_->readNumberText());
+    const std::uint64_t lowPlace = reader_->place();
     if (reader_->readChar() != '.')
         fail(Message::badArraySyntax);
     consume(*reader_, '.', Message::badArraySyntax);
     const std::string_view high = reader_->readNumberText();
+    const std::uint64_t highPlace = reader_->place();
+    reader_->setPlace(lowPlace);
     const std::int32_t lowBound = readDecimal(low);
+    reader_->setPlace(highPlace);
     return {lowBound, readDecimal(high)};
 }
 
@@ -271,9 +280,11 @@ Dimension DbFileParser::parseDimension() {
 std::optional<std::uint64_t> DbFileParser::parseTextLength() {
     reader_->readCharSkipBlanks();
     const std::string text(reader_->readWordUntil(kLengthEnd));
+    const std::uint64_t place = reader_->place();
     if (!reader_->nextIs(']'))
         fail(Message::badStringDeclaration);
     reader_->readCharSkipBlanks();
+    reader_->setPlace(place);
     const std::int32_t length = readDecimal(text);
     if (length < 0)
         fail(Message::negativeStringLength);
@@ -282,8 +293,11 @@ std::optional<std::uint64_t> DbFileParser::parseTextLength() {
 
 //    { ExternalAccessible := 'False'; ExternalWritable := 'False' }
 //    ^
-void DbFileParser::parseAttributes(AttributeTable& table) {
+// Returns where the last value begins that the table was looking for, or the block if there is
+// none.
+std::uint64_t DbFileParser::parseAttributes(AttributeTable& table) {
     static constexpr ValueEnd kAttributeEnd{Delimiters{";}"}, Delimiters{";}'"}};
+    std::uint64_t place = reader_->offset();
     reader_->readCharSkipBlanks();
     do {
         const std::string_view name = reader_->readWordUntil(kTargetEnd);
@@ -291,9 +305,12 @@ void DbFileParser::parseAttributes(AttributeTable& table) {
             fail(Message::emptyAttributeName);
         auto* const wanted = table.find(name);
         const auto value = parseAssignment(kAttributeEnd, false);
-        if (wanted != nullptr && value)
+        if (wanted != nullptr && value) {
             wanted->setValue(*value);
+            place = valuePlace_;
+        }
     } while (!endsAttributeBlock(reader_->readCharSkipBlanks()));
+    return place;
 }
 
 //    := 'a text'
@@ -315,10 +332,11 @@ std::optional<std::string_view> DbFileParser::parseAssignment(const ValueEnd& en
 
 std::string_view DbFileParser::parseValue(const ValueEnd& end) {
     value_.clear();
+    valuePlace_ = reader_->offset();
     for (;;) {
         const auto next = reader_->peekChar();
         if (!next)
-            fail(Message::endInsideValue);
+            failAt(valuePlace_, Message::endInsideValue);
         if (end.value.contains(*next))
             return value_;
         const bool quoted = *next == kValueQuote;
@@ -339,6 +357,7 @@ std::string_view DbFileParser::parseValue(const ValueEnd& end) {
 //    ^
 bool DbFileParser::parseAssignmentStep() {
     static constexpr ValueEnd kAssignedValueEnd{Delimiters{";"}, Delimiters{";'"}};
+    const std::uint64_t place = reader_->offset();
     parseTarget();
     const Keyword keyword = keywordOf(target_);
     if (keyword == Keyword::begin && state_ == State::structRead) {
@@ -348,11 +367,11 @@ bool DbFileParser::parseAssignmentStep() {
     if (keyword == Keyword::endDataBlock)
         return enter(State::endRead);
     if (isKeyword(target_))
-        fail(Message::keywordAsTarget);
+        failAt(place, Message::keywordAsTarget);
     if (target_.empty())
-        fail(Message::emptyTarget);
+        failAt(place, Message::emptyTarget);
     if (!reader_->nextIs(':'))
-        fail(Message::targetWithoutAssignment, target_);
+        failAt(place, Message::targetWithoutAssignment, target_);
     static_cast<void>(parseAssignment(kAssignedValueEnd, false));
     reader_->readCharSkipBlanks();
     return false;

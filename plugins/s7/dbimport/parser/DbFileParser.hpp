@@ -47,6 +47,9 @@ public:
     /// made of that and a number.
     [[nodiscard]] std::string parseDataBlockHeader();
 
+    /// Where in the file the name of the present data block begins, in bytes from 0.
+    [[nodiscard]] std::uint64_t namePlace() const { return namePlace_; }
+
     /// Reads one line between the header and the body. True when it was STRUCT, BEGIN or
     /// END_DATA_BLOCK, which `state` then tells apart.
     [[nodiscard]] bool parseHeaderLine();
@@ -66,6 +69,9 @@ public:
     /// array up to its OF. An array is not allowed as the element type of another.
     void parseType(VariableDeclaration& declaration, bool arraysAllowed);
 
+    /// Says where in the file a fault would lie, in bytes from 0.
+    void setPlace(std::uint64_t offset);
+
     /// Reads one assignment, or BEGIN, or END_DATA_BLOCK: then the result is true.
     [[nodiscard]] bool parseAssignmentStep();
 
@@ -74,7 +80,7 @@ private:
 
     [[nodiscard]] bool enter(State state);
     void parseBlockAttributes();
-    void parseAttributes(AttributeTable& table);
+    std::uint64_t parseAttributes(AttributeTable& table);
     void parseVariableAttributes(ExternalAccess& access);
     [[nodiscard]] bool parseName(std::string& name, bool isTopLevel);
     [[nodiscard]] bool endsStructure(const std::string& name, bool isTopLevel);
@@ -89,7 +95,9 @@ private:
     DbFileReader* reader_;
     State state_ = State::beforeHeader;
     bool standardAccess_ = false; // an attribute block has said so
+    std::uint64_t namePlace_ = 0; // of the data block
     std::string target_;
+    std::uint64_t valuePlace_ = 0;
     std::string value_; // views of it are valid until the next value
 };
 

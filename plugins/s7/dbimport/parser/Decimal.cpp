@@ -21,6 +21,11 @@ std::string_view withoutPrefix(std::string_view text) {
     return text;
 }
 
+template <class Standard>
+[[noreturn]] void failAs(Message message) {
+    throw ImportError<Standard>(message, std::string(messageText(message)));
+}
+
 } // namespace
 
 std::int32_t readDecimal(std::string_view text) {
@@ -28,9 +33,9 @@ std::int32_t readDecimal(std::string_view text) {
     std::int32_t value = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (result.ec == std::errc::result_out_of_range)
-        throw std::out_of_range(std::string(messageText(Message::numberOutOfRange)));
+        failAs<std::out_of_range>(Message::numberOutOfRange);
     if (result.ec != std::errc{})
-        throw std::invalid_argument(std::string(messageText(Message::invalidNumber)));
+        failAs<std::invalid_argument>(Message::invalidNumber);
     return value;
 }
 

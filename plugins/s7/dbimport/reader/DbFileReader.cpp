@@ -125,6 +125,7 @@ void DbFileReader::skipLineAndBlanks() {
 // "(*" opens another comment and a lone "(" or "*" is text; what is open is counted, since
 // recursion would let a file choose how deep it goes.
 bool DbFileReader::skipBlockComment() {
+    const std::uint64_t begin = offset();
     stream_->skipElement();
     if (!take(*stream_, '*')) {
         accumulator_.put('(');
@@ -132,7 +133,7 @@ bool DbFileReader::skipBlockComment() {
     }
     for (std::size_t open = 1; open > 0;) {
         if (!stream_->ensureBuffer())
-            fail(Message::commentOpenAtEnd);
+            failAt(begin, Message::commentOpenAtEnd);
         stream_->advanceTo(std::find_if(stream_->cursor(), stream_->bufferEnd(),
                                         [](char byte) { return byte == '*' || byte == '('; }));
         if (take(*stream_, '*'))
@@ -212,6 +213,7 @@ std::string_view DbFileReader::readQuoted(char quote) {
 // The text where it stands in the buffer, if it and what follows it are there. Put together like
 // any other it would be the same text (ImportBuffers).
 std::string_view DbFileReader::readQuotedKeepQuotes(char quote) {
+    place_ = offset();
     const char* const begin = stream_->cursor();
     const char* const end = stream_->bufferEnd();
     if (!accumulator_.present() && begin != end && *begin == quote) {
@@ -246,6 +248,7 @@ void DbFileReader::appendUntilQuote(char quote) {
 
 std::string_view DbFileReader::readNumberText() {
     text_.clear();
+    place_ = offset();
     if (atEnd())
         return text_;
     text_.push_back(readChar());

@@ -6,6 +6,7 @@
 #include <corvane/utils/io/InputStream.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -63,7 +64,7 @@ public:
     /// waiting, which only a reader of words or characters may take.
     bool skipBlanks() {
         if (accumulator_.present())
-            fail(Message::blankExpected);
+            failAt(offset(), Message::blankExpected);
         const char* const next = stream_->cursor();
         if (next != stream_->bufferEnd() && !kWordEnd.stop(*next))
             return false;
@@ -90,6 +91,7 @@ public:
 
     /// Consumes one character and nothing behind it. Fails at the end of the input.
     char readChar() {
+        place_ = offset();
         const char* const next = stream_->cursor();
         if (accumulator_.present() || next == stream_->bufferEnd())
             return readScatteredChar();
@@ -110,6 +112,7 @@ public:
 
     /// As `readWord`, but the word also ends before any byte of the set; that byte is not consumed.
     std::string_view readWordUntil(const Delimiters& delimiters) {
+        place_ = offset();
         const auto word = readBufferedWord(delimiters);
         return word ? *word : readScatteredWord(delimiters);
     }
@@ -128,6 +131,16 @@ public:
     /// Skips the rest of the line and the blanks behind it.
     void skipRestOfLine();
 
+    /// Where the next character stands in the file, in bytes from 0.
+    [[nodiscard]] std::uint64_t offset() const {
+        return stream_->position() - static_cast<std::uint64_t>(accumulator_.present());
+    }
+
+    /// Where a fault would lie now: where the last word, number, text or character that was read
+    /// begins, unless it was set since.
+    [[nodiscard]] std::uint64_t place() const { return place_; }
+    void setPlace(std::uint64_t offset) { place_ = offset; }
+
     /// Whether nothing is left to read.
     [[nodiscard]] bool atEnd() { return !accumulator_.present() && stream_->eof(); }
 
@@ -145,6 +158,7 @@ private:
     void appendUntilQuote(char quote);
 
     utils::io::InputStream* stream_;
+    std::uint64_t place_ = 0;
     Accumulator accumulator_;
     std::string text_;
 };

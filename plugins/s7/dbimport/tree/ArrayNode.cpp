@@ -7,8 +7,8 @@
 namespace corvane::workbench::plugins::s7Driver {
 
 ArrayNode::ArrayNode(std::string_view name, ExternalAccess access,
-                     std::span<const Dimension> dimensions)
-    : ParentNode(name, access), index_(dimensions) {}
+                     std::span<const Dimension> dimensions, std::uint64_t place)
+    : ParentNode(name, access), index_(dimensions), place_(place) {}
 
 void ArrayNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                               ElementPath& path) {
@@ -17,6 +17,16 @@ void ArrayNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPo
         return;
     if (children().size() != 1)
         fail(Message::severalElementTypes);
+    try {
+        writeEachElement(targetArray, position, path);
+    } catch (Fault& fault) {
+        fault.locate(place_);
+        throw;
+    }
+}
+
+void ArrayNode::writeEachElement(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                                 ElementPath& path) {
     const std::uint64_t count = index_.elementCount();
     path.budget().require(count);
     position.alignToWord();

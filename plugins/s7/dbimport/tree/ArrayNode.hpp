@@ -3,6 +3,7 @@
 #include "dbimport/tree/ArrayIndex.hpp"
 #include "dbimport/tree/DataBlockNode.hpp"
 
+#include <cstdint>
 #include <span>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -12,8 +13,10 @@ namespace corvane::workbench::plugins::s7Driver {
 /// of its neighbours.
 class ArrayNode final : public ParentNode {
 public:
-    /// Throws std::runtime_error as ArrayIndex does.
-    ArrayNode(std::string_view name, ExternalAccess access, std::span<const Dimension> dimensions);
+    /// The declaration begins at byte `place` of the file, counted from 0. Throws
+    /// std::runtime_error as ArrayIndex does.
+    ArrayNode(std::string_view name, ExternalAccess access, std::span<const Dimension> dimensions,
+              std::uint64_t place = 0);
 
     /// At the lower bounds, before a walk and after it.
     [[nodiscard]] const ArrayIndex& index() const { return index_; }
@@ -23,7 +26,11 @@ public:
     [[nodiscard]] double documentSize(std::size_t indexSize) const override;
 
 private:
+    void writeEachElement(utils::json::encoder::Array& targetArray, MemoryPosition& position,
+                          ElementPath& path);
+
     ArrayIndex index_;
+    std::uint64_t place_;
 };
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -49,6 +49,7 @@ void NodeFactory::createNode(VariableDeclaration& declaration, DataBlockNode& pa
     foreignNames_->makeDocumentText(declaration.name);
     const std::string_view name = memory_->keep(declaration.name);
     const ExternalAccess access = declaration.access.within(parent.access());
+    parser_->setPlace(declaration.typePlace); // of what is wrong with the type
     if (std::holds_alternative<ArrayShape>(declaration.shape))
         createArray(declaration, name, access, parent);
     else if (declaration.type == nullptr &&
@@ -71,8 +72,8 @@ void NodeFactory::createStruct(std::string_view name, ExternalAccess access,
 
 void NodeFactory::createArray(VariableDeclaration& declaration, std::string_view name,
                               ExternalAccess access, DataBlockNode& parent) {
-    auto node =
-        memory_->make<ArrayNode>(name, access, std::get<ArrayShape>(declaration.shape).dimensions);
+    auto node = memory_->make<ArrayNode>(
+        name, access, std::get<ArrayShape>(declaration.shape).dimensions, declaration.place);
     parser_->parseType(declaration, false);
     createNode(declaration, *node);
     parent.addChild(std::move(node));

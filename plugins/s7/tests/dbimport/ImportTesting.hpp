@@ -38,7 +38,7 @@ public:
 
     void rewind() override {
         next_ = 0;
-        setBuffer(nullptr, nullptr);
+        setFirstBuffer(nullptr, nullptr);
     }
 
 protected:

@@ -2,6 +2,7 @@
 
 #include <corvane/utils/Export.hpp>
 
+#include <cstdint>
 #include <optional>
 
 namespace corvane::utils::io {
@@ -59,6 +60,11 @@ public:
     /// Skips one line ending, "\n", "\r\n" or "\r", if one is next.
     void skipLineEnding();
 
+    /// How many bytes of the input are consumed.
+    [[nodiscard]] std::uint64_t position() const {
+        return loaded_ - static_cast<std::uint64_t>(end_ - cursor_);
+    }
+
     /// True when no byte is left.
     [[nodiscard]] bool eof() { return !ensureBuffer(); }
 
@@ -75,6 +81,13 @@ protected:
     void setBuffer(const char* begin, const char* end) {
         cursor_ = begin;
         end_ = end;
+        loaded_ += static_cast<std::uint64_t>(end - begin);
+    }
+
+    /// The same for the first bytes of the input, to which it goes back; there may be none yet.
+    void setFirstBuffer(const char* begin, const char* end) {
+        loaded_ = 0;
+        setBuffer(begin, end);
     }
 
 private:
@@ -82,6 +95,7 @@ private:
 
     const char* cursor_ = nullptr;
     const char* end_ = nullptr;
+    std::uint64_t loaded_ = 0; // bytes of the input up to `end_`
 };
 
 } // namespace corvane::utils::io

@@ -14,7 +14,7 @@ public:
     /// Begins at the first of `bytes`, which may be none.
     explicit MemoryInputStream(std::string_view bytes) : bytes_(bytes) { rewind(); }
 
-    void rewind() override { setBuffer(bytes_.data(), bytes_.data() + bytes_.size()); }
+    void rewind() override { setFirstBuffer(bytes_.data(), bytes_.data() + bytes_.size()); }
 
 protected:
     bool refill() override { return false; }
