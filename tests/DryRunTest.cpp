@@ -75,7 +75,7 @@ TEST_F(DryRunTest, OfAFileThatCannotBeImported) {
               (Result{.exitCode = 1,
                       .out = {},
                       .err = "Error importing S7 data blocks from bad.db: Missing DATA_BLOCK "
-                             "declaration \n"}));
+                             "declaration \nbad.db:1:1\nPROGRAM\n^\n"}));
 }
 
 } // namespace corvane::test

@@ -41,7 +41,6 @@ void BusyRunner::run(const QString& title, Job job, Done done, Stoppable stoppab
     prepare();
     stoppable_ = stoppable;
     percent_ = -1;
-    stopWanted_ = false;
     thread_ = std::thread([this, job = std::move(job)]() mutable { work(std::move(job)); });
     busy_ = true;
     done_ = std::move(done);
@@ -82,7 +81,6 @@ void BusyRunner::finishIfEnded() {
 
 void BusyRunner::finish() {
     takeBack();
-    stopWanted_ = false;
     prepared_ = false;
     const auto failure = std::exchange(failure_, nullptr);
     const auto done = std::make_shared<Done>(std::exchange(done_, nullptr));
@@ -98,6 +96,7 @@ void BusyRunner::finish() {
 void BusyRunner::takeBack() {
     thread_.join();
     busy_ = false;
+    stopWanted_ = false;
     letGo_.clear();
 }
 

@@ -48,8 +48,8 @@ public:
     /// What the job that runs has told last, in percent; below 0 for nothing yet.
     [[nodiscard]] int percent() const { return percent_; }
     [[nodiscard]] bool canBeStopped() const { return stoppable_ == Stoppable::yes; }
-    /// Asks the job that runs to stop.
-    void stop() { stopWanted_ = true; }
+    /// Asks the job that runs, or that is being prepared, to stop.
+    void stop() { stopWanted_ = busy_ || prepared_; }
 
     /// Whether a job runs, or has ended and `done` has yet to be called.
     [[nodiscard]] bool isBusy() const { return busy_; }
