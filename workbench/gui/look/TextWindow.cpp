@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QFontDatabase>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
@@ -15,12 +16,16 @@ constexpr QSize kSize(640, 360);
 
 } // namespace
 
-void showTextWindow(QWidget& owner, const QString& title, const QString& text) {
+void showTextWindow(QWidget& owner, const QString& title, const QString& text, TextKind kind) {
     auto* const dialog = new QDialog(&owner);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(withoutModifiedMark(title));
     auto* const lines = new QPlainTextEdit(text, dialog);
     lines->setReadOnly(true);
+    if (kind == TextKind::source) {
+        lines->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+        lines->setLineWrapMode(QPlainTextEdit::NoWrap);
+    }
     lines->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     lines->setAccessibleName(title);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);

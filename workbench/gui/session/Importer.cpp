@@ -1,6 +1,7 @@
 #include "workbench/gui/session/Importer.hpp"
 
 #include "workbench/core/import/ProjectImport.hpp"
+#include "workbench/core/import/SourceLine.hpp"
 #include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/look/TextWindow.hpp"
 
@@ -14,6 +15,7 @@ namespace corvane::workbench::gui {
 namespace {
 
 constexpr std::string_view kContext = "corvane::workbench::gui::Importer";
+constexpr std::size_t kShownColumns = 120; // of a line at fault
 
 QString summaryOf(const core::ImportCounts& counts, bool targetIsNew) {
     const auto added = counts.added + (targetIsNew ? 1 : 0);
@@ -23,6 +25,18 @@ QString summaryOf(const core::ImportCounts& counts, bool targetIsNew) {
     if (counts.renamed != 0)
         changes += translated(kContext, ", {} renamed", {formatted(counts.renamed)});
     return changes;
+}
+
+// What the plug-in says of the file, then what the merge says of the project.
+QStringList linesOf(const std::vector<ui::ImportWarning>& ofFile,
+                    const std::vector<core::MergeWarning>& ofProject) {
+    QStringList lines;
+    for (const auto& warning : ofFile)
+        lines += toQt(core::textOf(warning));
+    for (const auto& warning : ofProject)
+        lines += translated(kContext, "{}: {}",
+                            {toQt(std::string_view(warning.element)), toQt(warning.text)});
+    return lines;
 }
 
 std::size_t totalBytes(const ui::ImportedDocument& document) {
@@ -144,11 +158,11 @@ void Importer::read(Source source, const QString& file, Then then) {
         [source = std::move(source), answer, path = std::filesystem::path(toUtf8(file))] {
             *answer = source.button->press(path);
         },
-        [this, answer, then = std::move(then)](const std::exception_ptr& failure) mutable {
+        [this, file, answer, then = std::move(then)](const std::exception_ptr& failure) mutable {
             if (failure)
                 fail(messageOf(failure));
             else if (!**answer)
-                fail(toQt((*answer)->error().text));
+                fail(file, (*answer)->error());
             else
                 then(std::move(***answer));
         });
@@ -171,20 +185,18 @@ void Importer::merge(model::Element& target, const QString& file, ui::ImportedDo
                             {QFileInfo(file).fileName(), toQt(std::string_view(target.path())),
                              summaryOf(result->counts, targetIsNew),
                              counted(kContext, "1 byte of memory", "{} bytes of memory", bytes)}),
-                 warnings);
+                 linesOf(warnings, result->warnings));
             emit imported(result->top);
         });
 }
 
-void Importer::tell(const QString& summary, const std::vector<ui::ImportWarning>& warnings) {
-    if (warnings.empty()) {
+void Importer::tell(const QString& summary, const QStringList& lines) {
+    if (lines.isEmpty()) {
         notices_->showNotice(NoticeBar::Kind::information, summary);
         return;
     }
-    QStringList lines;
-    for (const auto& warning : warnings)
-        lines += toQt(core::textOf(warning));
-    const auto count = counted(kContext, "1 warning", "{} warnings", warnings.size());
+    const auto count =
+        counted(kContext, "1 warning", "{} warnings", static_cast<std::size_t>(lines.size()));
     if (lines.size() == 1) {
         notices_->showNotice(NoticeBar::Kind::warning,
                              translated(kContext, "{} {}: {}", {summary, count, lines.front()}));
@@ -196,6 +208,30 @@ void Importer::tell(const QString& summary, const std::vector<ui::ImportWarning>
                         [this, count, text = lines.join(QLatin1Char('\n'))] {
                             showTextWindow(*window_, count, text);
                         });
+}
+
+void Importer::fail(const QString& file, const ui::ImportFailure& failure) {
+    auto reason = toQt(failure.text);
+    if (failure.hint)
+        reason += QLatin1Char('\n') + toQt(*failure.hint);
+    fail(reason);
+    if (!failure.line || !failure.column)
+        return;
+    auto place = translated(kContext, "{}, line {}, column {}",
+                            {QFileInfo(file).fileName(), QString::number(*failure.line),
+                             QString::number(*failure.column)});
+    auto text = place;
+    if (const auto source =
+            core::sourceLine(toUtf8(file), *failure.line, *failure.column, kShownColumns))
+        text +=
+            QStringLiteral("\n\n%1\n%2\n")
+                .arg(toQt(std::string_view(source->text)), toQt(std::string_view(source->caret)));
+    notices_->addChoice(
+        translated(kContext, "Show Place"),
+        [this, place = std::move(place), text = std::move(text)] {
+            showTextWindow(*window_, place, text, TextKind::source);
+        },
+        NoticeBar::AfterChoice::stay);
 }
 
 void Importer::fail(const QString& reason) { notices_->showNotice(NoticeBar::Kind::error, reason); }

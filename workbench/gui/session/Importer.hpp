@@ -49,7 +49,10 @@ private:
     void merge(model::Element& target, const QString& file, ui::ImportedDocument document,
                bool targetIsNew);
     /// Tells what came in and what a user should know of it.
-    void tell(const QString& summary, const std::vector<ui::ImportWarning>& warnings);
+    /// Tells what came in, and the warnings, a line each.
+    void tell(const QString& summary, const QStringList& lines);
+    /// Tells why a file cannot be read, with what helps and where the file is at fault.
+    void fail(const QString& file, const ui::ImportFailure& failure);
     void fail(const QString& reason);
     [[nodiscard]] model::Element* chooseTarget(const std::string& extension);
 

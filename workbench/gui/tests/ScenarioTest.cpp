@@ -119,6 +119,40 @@ TEST_F(GuiTest, AFailedImportSaysWhyAndChangesNothing) {
     EXPECT_EQ(session().editor().undoText(), undoBefore);
 }
 
+TEST_F(GuiTest, AFailedImportShowsThePlaceAndWhatHelps) {
+    window().openFiles({writeFile("optimized.db", "DATA_BLOCK \"x\"\n"
+                                                  "{ S7_Optimized_Access := 'TRUE' }\n")});
+    ASSERT_TRUE(settleUntil([&] { return !notice().isEmpty(); }));
+    const auto told = notice().split(QLatin1Char('\n'));
+    ASSERT_EQ(told.size(), 2) << qPrintable(notice());
+    EXPECT_TRUE(told[0].endsWith("S7 Optimized Access should be set to FALSE "));
+    EXPECT_TRUE(told[1].contains("export it again")) << qPrintable(told[1]);
+    clickNotice("Show Place");
+    const auto& shownLines = child<QPlainTextEdit>();
+    EXPECT_EQ(shownLines.window()->windowTitle(), "optimized.db, line 2, column 26");
+    EXPECT_EQ(shownLines.toPlainText(), "optimized.db, line 2, column 26\n\n"
+                                        "{ S7_Optimized_Access := 'TRUE' }\n"
+                                        "                         ^\n");
+    EXPECT_FALSE(notice().isEmpty()) << "the reason stays to be read beside the place";
+}
+
+// What stands in the project may now mean something else: nobody would look for that.
+TEST_F(GuiTest, AnImportTellsOfNamesThatMislead) {
+    const auto block = [](const char* variables) {
+        return QByteArray("DATA_BLOCK \"x\"\n{ S7_Optimized_Access := 'FALSE' }\nSTRUCT\n") +
+               variables + "END_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n";
+    };
+    window().openFiles({writeFile("x.db", block("a : Int; b : Int;"))});
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC/x/b") != nullptr; }));
+    EXPECT_EQ(child<NoticeBar>().kind(), NoticeBar::Kind::information);
+    window().openFiles({writeFile("x.db", block("new : Int; a : Int; b : Int;"))});
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC/x/b 2") != nullptr; }));
+    EXPECT_EQ(child<NoticeBar>().kind(), NoticeBar::Kind::warning);
+    EXPECT_TRUE(notice().contains(QStringLiteral(
+        "/PLC/x/a: keeps its name, but the file calls it “new”, and another one “a”")))
+        << qPrintable(notice());
+}
+
 // Names that are not UTF-8 are worth a warning for each block.
 TEST_F(GuiTest, AnImportTellsItsWarning) {
     window().openFiles({writeFile("one.db", dataBlock("\xE4"))});
