@@ -28,6 +28,7 @@ struct PropertyLayout {
     using Visibility = bool (*)(const PropertyController&);
     using Reaction = void (*)(PropertyController&);
 
+    /// A field that forms show: where it stands, and what says whether it is right and shown.
     struct Property {
         std::uint32_t offset;  // of the field, in bytes from the controller
         bool isReference;      // the field is a model::ElementReference
@@ -36,6 +37,8 @@ struct PropertyLayout {
         friend bool operator==(const Property&, const Property&) = default;
     };
 
+    /// A reaction to the field at `offset`, in bytes from the controller: called after the field's
+    /// validator and before the open forms, at each publication of the field.
     struct Subscription {
         std::uint32_t offset;
         Reaction reaction;

@@ -19,12 +19,19 @@ struct TextEdit {
                                                       std::u16string_view subject);
 
 /// A single-line text field.
+///
+///     host_("host", texts, hostProperty, {.get = ..., .set = ...},
+///           {.placeholder = translate(kContext, "Name or address"), .fixUp = withoutBlanks})
+///
+/// What a text means is for the property's validator to say, which looks at every value, from
+/// wherever it came. The fix-up is for what a user types only: it makes what was meant of what was
+/// typed, such as upper case of lower case.
 class CORVANE_EXPORT TextField final : public Control {
 public:
     struct Settings {
-        std::u16string placeholder;
-        int minimumWidth = 0;   // pixels; 0 leaves it to the layout
-        int preferredWidth = 0; // pixels; 0 leaves it to the layout
+        std::u16string placeholder; ///< shown in the empty field; translated, never stored
+        int minimumWidth = 0;       // pixels; 0 leaves it to the layout
+        int preferredWidth = 0;     // pixels; 0 leaves it to the layout
         /// Corrects what a user typed, after each edit; may be empty. It leaves cursor and anchor
         /// within the text.
         ControlFunction<void(TextEdit&)> fixUp;
@@ -36,6 +43,7 @@ public:
           accessor_(std::move(accessor)),
           settings_(std::move(settings)) {}
 
+    /// How the field is drawn and what corrects its input; the same as long as the control lives.
     [[nodiscard]] const Settings& settings() const { return settings_; }
 
     [[nodiscard]] ControlValue value() const override { return accessor_.get(); }

@@ -20,11 +20,14 @@ class CORVANE_EXPORT Uuid {
 public:
     using RawData = std::array<std::uint8_t, 16>;
 
+    /// The nil UUID, of 16 zero bytes, which names nothing.
     constexpr Uuid() = default;
+    /// The UUID of these bytes, of whatever version and variant they tell.
     [[nodiscard]] static constexpr Uuid fromRawData(const RawData& data) { return Uuid(data); }
 
     /// The name-based UUID (SHA-1) of the bytes of `name` in the namespace `space`: the same for
-    /// the same two, everywhere and always.
+    /// the same two, everywhere and always. So an identity that is made of what does not change
+    /// (a class and a number, say) needs not be kept anywhere: it is made again when it is needed.
     [[nodiscard]] static Uuid createVersion5(const Uuid& space, std::string_view name);
 
     /// A random UUID, from the system's source of random bytes.

@@ -25,7 +25,9 @@
 ///     }
 ///
 /// Strings are UTF-8. Bytes that are not are written as U+FFFD, so that a document is always valid.
-/// Beyond quotes, backslashes and control characters nothing is escaped.
+/// Beyond quotes, backslashes and control characters nothing is escaped: those that JSON has a
+/// letter for by that letter, other control characters below U+0020 by their number. Numbers are
+/// decimal integers, signed or not.
 ///
 /// Every writing operation throws what the stream throws, and nothing else; the document is then to
 /// be abandoned.
