@@ -28,11 +28,12 @@ inline constexpr std::array kMessages = {
 
 /// What an import fails with, beside the standard exception that it is.
 struct Fault {
-    explicit Fault(Message which) : message(which) {}
+    explicit Fault(Message which, std::optional<std::uint64_t> where = std::nullopt)
+        : message(which), place(where) {}
 
     Message message;
     /// Where in the file, in bytes from 0; empty where it is not known (yet).
-    std::optional<std::uint64_t> place = std::nullopt;
+    std::optional<std::uint64_t> place;
 
     /// Says where it is, unless that is known already.
     void locate(std::uint64_t offset) {
@@ -47,9 +48,7 @@ class ImportError final : public Standard, public Fault {
 public:
     ImportError(Message which, const std::string& text,
                 std::optional<std::uint64_t> offset = std::nullopt)
-        : Standard(text), Fault(which) {
-        place = offset;
-    }
+        : Standard(text), Fault(which, offset) {}
 };
 
 // Each throws an ImportError<std::runtime_error> with the message's text, followed directly by the

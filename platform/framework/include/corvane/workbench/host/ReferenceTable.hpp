@@ -22,7 +22,7 @@ public:
     ReferenceTable(const ReferenceTable&) = delete;
     ReferenceTable& operator=(const ReferenceTable&) = delete;
     /// References that are left keep their texts and are not waiting any more.
-    ~ReferenceTable();
+    ~ReferenceTable() override;
 
     /// The reference with this text; the empty reference for an empty text.
     [[nodiscard]] model::ElementReference reference(std::string_view text);

@@ -20,6 +20,8 @@ class Internals;
 /// Where references wait for elements that are missing, which is the host's affair.
 class CORVANE_EXPORT ReferenceKeeper {
 public:
+    virtual ~ReferenceKeeper() = default;
+
     /// Lets a reference that waits here wait no more.
     virtual void forget(ElementReferenceData& data) = 0;
 
@@ -27,7 +29,6 @@ protected:
     ReferenceKeeper() = default;
     ReferenceKeeper(const ReferenceKeeper&) = default;
     ReferenceKeeper& operator=(const ReferenceKeeper&) = default;
-    ~ReferenceKeeper() = default;
 };
 
 /// What all references to one element share: the element, or the text of one that is missing.
