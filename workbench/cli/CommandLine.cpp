@@ -75,14 +75,24 @@ CLI::Option* addText(CLI::App& app, const std::string& name, Field& field,
     return option;
 }
 
-/// Adds a verb whose options fill a request of its own.
+/// The program while its verbs are added to it.
+struct Program {
+    CLI::App& app;
+    std::span<const char* const> words; ///< as the user gave them
+    Job job;
+};
+
+/// Adds a verb whose options fill a request of its own. A verb that no word names needs no more
+/// than its line in the program's help: making all options takes longer than a short verb's job.
 template <class Request>
-void addVerb(CLI::App& app, Job& job, const char* name, const char* help,
+void addVerb(Program& program, const char* name, const char* help,
              const std::function<void(CLI::App&, Request&)>& addOptions) {
-    auto* const verb = app.add_subcommand(name, help);
+    auto* const verb = program.app.add_subcommand(name, help);
+    if (std::ranges::find(program.words, std::string_view(name)) == program.words.end())
+        return;
     const auto request = std::make_shared<Request>();
     addOptions(*verb, *request);
-    verb->callback([request, &job] {
+    verb->callback([request, &job = program.job] {
         verify(*request);
         job = [request](Session& session) { return run(*request, session); };
     });
@@ -112,9 +122,9 @@ CLI::Option* addMatch(CLI::App& verb, core::Match& match) {
         ->option_text("address|name");
 }
 
-void addImport(CLI::App& app, Job& job) {
+void addImport(Program& program) {
     addVerb<ImportRequest>(
-        app, job, "import",
+        program, "import",
         "Import a file: into a new element that is only shown, or into a project",
         [](CLI::App& verb, ImportRequest& request) {
             addText(verb, "FILE", request.file, "File to import, such as plant.db")->required();
@@ -149,8 +159,8 @@ void addImport(CLI::App& app, Job& job) {
         });
 }
 
-void addShow(CLI::App& app, Job& job) {
-    addVerb<ShowRequest>(app, job, "show", "Print the tree of a project, or of one element",
+void addShow(Program& program) {
+    addVerb<ShowRequest>(program, "show", "Print the tree of a project, or of one element",
                          [](CLI::App& verb, ShowRequest& request) {
                              addText(verb, "PROJECT", request.project, kProjectHelp)->required();
                              addText(verb, "PATH", request.path, kPathHelp);
@@ -159,8 +169,8 @@ void addShow(CLI::App& app, Job& job) {
                          });
 }
 
-void addMembers(CLI::App& app, Job& job) {
-    addVerb<MembersRequest>(app, job, "members",
+void addMembers(Program& program) {
+    addVerb<MembersRequest>(program, "members",
                             "Print the attributes, events and tasks that an element publishes",
                             [](CLI::App& verb, MembersRequest& request) {
                                 addText(verb, "PROJECT", request.project, kProjectHelp)->required();
@@ -169,8 +179,8 @@ void addMembers(CLI::App& app, Job& job) {
                             });
 }
 
-void addCheck(CLI::App& app, Job& job) {
-    addVerb<CheckRequest>(app, job, "check",
+void addCheck(Program& program) {
+    addVerb<CheckRequest>(program, "check",
                           "Print every property error of a project; exits with 1 if there are any",
                           [](CLI::App& verb, CheckRequest& request) {
                               addText(verb, "PROJECT", request.project, kProjectHelp)->required();
@@ -178,8 +188,8 @@ void addCheck(CLI::App& app, Job& job) {
                           });
 }
 
-void addForm(CLI::App& app, Job& job) {
-    addVerb<FormRequest>(app, job, "form", "Print the property form of an element",
+void addForm(Program& program) {
+    addVerb<FormRequest>(program, "form", "Print the property form of an element",
                          [](CLI::App& verb, FormRequest& request) {
                              addText(verb, "PROJECT", request.project, kProjectHelp)->required();
                              addText(verb, "PATH", request.path, kPathHelp)->required();
@@ -187,9 +197,9 @@ void addForm(CLI::App& app, Job& job) {
                          });
 }
 
-void addSet(CLI::App& app, Job& job) {
+void addSet(Program& program) {
     addVerb<SetRequest>(
-        app, job, "set", "Set fields of an element, as its form does, and save the project",
+        program, "set", "Set fields of an element, as its form does, and save the project",
         [](CLI::App& verb, SetRequest& request) {
             addText(verb, "PROJECT", request.project, kProjectHelp)->required();
             addText(verb, "PATH", request.path, kPathHelp)->required();
@@ -201,9 +211,9 @@ void addSet(CLI::App& app, Job& job) {
         });
 }
 
-void addAdd(CLI::App& app, Job& job) {
+void addAdd(Program& program) {
     addVerb<AddRequest>(
-        app, job, "add", "Add an element, save the project, and print the element's path",
+        program, "add", "Add an element, save the project, and print the element's path",
         [](CLI::App& verb, AddRequest& request) {
             addText(verb, "PROJECT", request.project,
                     "Project file; it is created if it does not exist and PATH is \"/\"")
@@ -219,9 +229,9 @@ void addAdd(CLI::App& app, Job& job) {
         });
 }
 
-void addRename(CLI::App& app, Job& job) {
+void addRename(Program& program) {
     addVerb<RenameRequest>(
-        app, job, "rename", "Rename an element and save the project; references follow it",
+        program, "rename", "Rename an element and save the project; references follow it",
         [](CLI::App& verb, RenameRequest& request) {
             addText(verb, "PROJECT", request.project, kProjectHelp)->required();
             addText(verb, "PATH", request.path, kPathHelp)->required();
@@ -230,9 +240,9 @@ void addRename(CLI::App& app, Job& job) {
         });
 }
 
-void addRemove(CLI::App& app, Job& job) {
+void addRemove(Program& program) {
     addVerb<RemoveRequest>(
-        app, job, "remove",
+        program, "remove",
         "Remove an element and all below it, save the project, and print which elements now refer "
         "to nothing",
         [](CLI::App& verb, RemoveRequest& request) {
@@ -241,24 +251,24 @@ void addRemove(CLI::App& app, Job& job) {
         });
 }
 
-void addPlugins(CLI::App& app, Job& job) {
-    addVerb<PluginsRequest>(app, job, "plugins", "Print the skills and element classes loaded",
+void addPlugins(Program& program) {
+    addVerb<PluginsRequest>(program, "plugins", "Print the skills and element classes loaded",
                             [](CLI::App& verb, PluginsRequest& request) {
                                 verb.add_flag("--json", request.json, kJsonHelp);
                             });
 }
 
-void addVerbs(CLI::App& app, Job& job) {
-    addImport(app, job);
-    addShow(app, job);
-    addMembers(app, job);
-    addCheck(app, job);
-    addForm(app, job);
-    addSet(app, job);
-    addAdd(app, job);
-    addRename(app, job);
-    addRemove(app, job);
-    addPlugins(app, job);
+void addVerbs(Program& program) {
+    addImport(program);
+    addShow(program);
+    addMembers(program);
+    addCheck(program);
+    addForm(program);
+    addSet(program);
+    addAdd(program);
+    addRename(program);
+    addRemove(program);
+    addPlugins(program);
 }
 
 void report(std::string_view message) { printMessage(programMessage(message)); }
@@ -358,16 +368,16 @@ ExitCode runCommandLine(std::span<const char* const> words) {
             "CORVANE_PLUGIN_PATH are always loaded")
         ->option_text("FILE")
         ->allow_extra_args(false); // a file each time, and what follows is the verb's
-    Job job;
-    addVerbs(app, job);
+    Program program{.app = app, .words = words, .job = {}};
+    addVerbs(program);
     for (auto* const verb : app.get_subcommands({})) {
         verb->fallthrough();
         leaveTypesOut(*verb);
     }
 
-    if (const auto code = parse(app, job, words))
+    if (const auto code = parse(app, program.job, words))
         return *code;
-    return runReporting(job, plugins);
+    return runReporting(program.job, plugins);
 }
 
 } // namespace
