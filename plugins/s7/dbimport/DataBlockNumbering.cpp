@@ -3,7 +3,6 @@
 #include "address/DataBlockPrefix.hpp"
 #include "dbimport/DataBlockReading.hpp"
 #include "dbimport/context/ImportContext.hpp"
-#include "dbimport/facts/Messages.hpp"
 #include "dbimport/parser/Decimal.hpp"
 
 #include <corvane/utils/string/Ascii.hpp>
@@ -25,20 +24,13 @@ std::string_view numberInName(std::string_view name) {
                                                                           : std::string_view();
 }
 
-std::int32_t numberOf(std::string_view digits, std::uint64_t place) try {
-    return readDecimal(digits);
-} catch (Fault& fault) {
-    fault.locate(place);
-    throw;
-}
-
 } // namespace
 
 void numberDataBlocks(std::vector<DataBlockRecord>& records, const ImportContext& context) {
     std::uint16_t highest = context.maxExistingDbNumber();
     for (DataBlockRecord& record : records) {
         if (const std::string_view digits = numberInName(record.name); !digits.empty())
-            record.dbNumber = static_cast<std::uint16_t>(numberOf(digits, record.place));
+            record.dbNumber = static_cast<std::uint16_t>(readDecimal(digits, record.place));
         highest = std::max(highest, record.dbNumber.value_or(0));
     }
     for (DataBlockRecord& record : records)

@@ -1,7 +1,5 @@
 #include "dbimport/facts/ForeignNames.hpp"
 
-#include <corvane/utils/string/Utf.hpp>
-
 #include <array>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -33,9 +31,7 @@ std::string windows1252ToUtf8(std::string_view bytes) {
     return utils::string::detail::utf16ToUtf8(text);
 }
 
-void ForeignNames::makeDocumentText(std::string& name) {
-    if (utils::string::detail::isValidUtf8(name))
-        return;
+void ForeignNames::readAsWindows1252(std::string& name) {
     name = windows1252ToUtf8(name);
     if (count_++ == 0)
         first_ = name;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <corvane/utils/string/Utf.hpp>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -16,7 +18,10 @@ namespace corvane::workbench::plugins::s7Driver {
 class ForeignNames {
 public:
     /// Makes of a name of the file the name that the project will know.
-    void makeDocumentText(std::string& name);
+    void makeDocumentText(std::string& name) {
+        if (!utils::string::detail::isValidUtf8(name))
+            readAsWindows1252(name);
+    }
 
     /// How many names were read as Windows-1252.
     [[nodiscard]] std::size_t count() const { return count_; }
@@ -25,6 +30,8 @@ public:
     [[nodiscard]] const std::string& first() const { return first_; }
 
 private:
+    void readAsWindows1252(std::string& name);
+
     std::size_t count_ = 0;
     std::string first_;
 };

@@ -140,19 +140,15 @@ using KeywordBlock = std::array<char, 16>;
     return kTypes[code - 1].name;
 }
 
-/// A set of types. Every variable is looked up in one, which is a shift.
+/// A set of types. Every variable is looked up in one, which is the test of a bit.
 class TypeSet {
 public:
-    constexpr void insert(S7DataType type) { types_ |= bitOf(type); }
+    constexpr void insert(S7DataType type) { types_ |= 1U << static_cast<unsigned>(type); }
     [[nodiscard]] constexpr bool contains(S7DataType type) const {
-        return (types_ & bitOf(type)) != 0;
+        return ((types_ >> static_cast<unsigned>(type)) & 1U) != 0;
     }
 
 private:
-    [[nodiscard]] static constexpr std::uint32_t bitOf(S7DataType type) {
-        return std::uint32_t{1} << static_cast<unsigned>(type);
-    }
-
     std::uint32_t types_ = 0;
 };
 

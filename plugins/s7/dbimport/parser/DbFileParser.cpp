@@ -164,9 +164,9 @@ void DbFileParser::skipPlainDeclaration(const PlainDeclaration& declaration) {
 //    Speed { ExternalWritable := 'False' } : Int := 100;
 //    ^
 bool DbFileParser::parseDeclaration(VariableDeclaration& declaration, bool isTopLevel) {
-    declaration.place = reader_->offset();
     if (!parseName(declaration.name, isTopLevel))
         return false;
+    declaration.place = reader_->place();
     declaration.access = ExternalAccess();
     if (reader_->nextIs('{'))
         parseVariableAttributes(declaration.access);
@@ -268,11 +268,8 @@ Dimension DbFileParser::parseDimension() {
         fail(Message::badArraySyntax);
     consume(*reader_, '.', Message::badArraySyntax);
     const std::string_view high = reader_->readNumberText();
-    const std::uint64_t highPlace = reader_->place();
-    reader_->setPlace(lowPlace);
-    const std::int32_t lowBound = readDecimal(low);
-    reader_->setPlace(highPlace);
-    return {lowBound, readDecimal(high)};
+    const std::int32_t lowBound = readDecimal(low, lowPlace);
+    return {lowBound, readDecimal(high, reader_->place())};
 }
 
 //    [20]
@@ -284,10 +281,9 @@ std::optional<std::uint64_t> DbFileParser::parseTextLength() {
     if (!reader_->nextIs(']'))
         fail(Message::badStringDeclaration);
     reader_->readCharSkipBlanks();
-    reader_->setPlace(place);
-    const std::int32_t length = readDecimal(text);
+    const std::int32_t length = readDecimal(text, place);
     if (length < 0)
-        fail(Message::negativeStringLength);
+        failAt(place, Message::negativeStringLength);
     return static_cast<std::uint64_t>(length);
 }
 

@@ -22,20 +22,20 @@ std::string_view withoutPrefix(std::string_view text) {
 }
 
 template <class Standard>
-[[noreturn]] void failAs(Message message) {
-    throw ImportError<Standard>(message, std::string(messageText(message)));
+[[noreturn]] void failAs(Message message, std::optional<std::uint64_t> place) {
+    throw ImportError<Standard>(message, std::string(messageText(message)), place);
 }
 
 } // namespace
 
-std::int32_t readDecimal(std::string_view text) {
+std::int32_t readDecimal(std::string_view text, std::optional<std::uint64_t> place) {
     const std::string_view digits = withoutPrefix(text);
     std::int32_t value = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (result.ec == std::errc::result_out_of_range)
-        failAs<std::out_of_range>(Message::numberOutOfRange);
+        failAs<std::out_of_range>(Message::numberOutOfRange, place);
     if (result.ec != std::errc{})
-        failAs<std::invalid_argument>(Message::invalidNumber);
+        failAs<std::invalid_argument>(Message::invalidNumber, place);
     return value;
 }
 

@@ -146,6 +146,7 @@ bool DbFileReader::skipBlockComment() {
 }
 
 char DbFileReader::readScatteredChar() {
+    place_ = offset();
     if (accumulator_.present())
         return accumulator_.take();
     if (!stream_->ensureBuffer())
@@ -160,6 +161,7 @@ char DbFileReader::readScatteredChar() {
 std::optional<std::string_view> DbFileReader::readBufferedWord(const Delimiters& delimiters) {
     if (accumulator_.present())
         return std::nullopt;
+    place_ = stream_->position();
     const char* const begin = stream_->cursor();
     const char* const end = stream_->bufferEnd();
     const char* stop = begin;
@@ -176,6 +178,7 @@ std::optional<std::string_view> DbFileReader::readBufferedWord(const Delimiters&
 }
 
 std::string_view DbFileReader::readScatteredWord(const Delimiters& delimiters) {
+    place_ = offset();
     text_.clear();
     for (;;) {
         if (accumulator_.present())
@@ -248,9 +251,10 @@ void DbFileReader::appendUntilQuote(char quote) {
 
 std::string_view DbFileReader::readNumberText() {
     text_.clear();
-    place_ = offset();
-    if (atEnd())
+    if (atEnd()) {
+        place_ = offset();
         return text_;
+    }
     text_.push_back(readChar());
     for (auto next = stream_->tryPeek(); next && isDigit(*next); next = stream_->tryPeek())
         text_.push_back(stream_->readElement());

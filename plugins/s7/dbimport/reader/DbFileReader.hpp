@@ -91,10 +91,10 @@ public:
 
     /// Consumes one character and nothing behind it. Fails at the end of the input.
     char readChar() {
-        place_ = offset();
         const char* const next = stream_->cursor();
         if (accumulator_.present() || next == stream_->bufferEnd())
             return readScatteredChar();
+        place_ = stream_->position();
         stream_->advanceTo(next + 1);
         return *next;
     }
@@ -112,7 +112,6 @@ public:
 
     /// As `readWord`, but the word also ends before any byte of the set; that byte is not consumed.
     std::string_view readWordUntil(const Delimiters& delimiters) {
-        place_ = offset();
         const auto word = readBufferedWord(delimiters);
         return word ? *word : readScatteredWord(delimiters);
     }

@@ -11,34 +11,28 @@ ArrayNode::ArrayNode(std::string_view name, ExternalAccess access,
     : ParentNode(name, access), index_(dimensions), place_(place) {}
 
 void ArrayNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
-                              ElementPath& path) {
+                              ElementPath& path) try {
     path.budget().spend();
     if (!access().externalAccessible)
         return;
     if (children().size() != 1)
         fail(Message::severalElementTypes);
-    try {
-        writeEachElement(targetArray, position, path);
-    } catch (Fault& fault) {
-        fault.locate(place_);
-        throw;
-    }
-}
-
-void ArrayNode::writeEachElement(utils::json::encoder::Array& targetArray, MemoryPosition& position,
-                                 ElementPath& path) {
+    DataBlockNode& node = *children().front();
     const std::uint64_t count = index_.elementCount();
     path.budget().require(count);
     position.alignToWord();
     for (std::uint64_t element = 0; element < count; ++element) {
         path.setIndexSuffix(index_.text());
-        children().front()->writeElements(targetArray, position, path);
+        node.writeElements(targetArray, position, path);
         // So that every run of the last dimension starts on a fresh byte, in an array of Bool too.
         if (index_.step())
             position.alignToByte();
     }
     path.clearIndexSuffix();
     position.alignToWord();
+} catch (Fault& fault) {
+    fault.locate(place_);
+    throw;
 }
 
 double ArrayNode::documentSize(std::size_t) const {

@@ -26,9 +26,6 @@ public:
     [[nodiscard]] double documentSize(std::size_t indexSize) const override;
 
 private:
-    void writeEachElement(utils::json::encoder::Array& targetArray, MemoryPosition& position,
-                          ElementPath& path);
-
     ArrayIndex index_;
     std::uint64_t place_;
 };

@@ -149,7 +149,7 @@ char* write(char* target, const Item& item, const RelativeAddress& address, Offs
     if (facts.isText())
         target = kAddress.copyTo(number(target, item.textLength));
     target = offset.copyTo(target, address.place.byteOffset);
-    if (address.ofBit) {
+    if (address.alignment == Alignment::bit) {
         *target++ = '.';
         *target++ = static_cast<char>('0' + address.place.bitOffset);
     }

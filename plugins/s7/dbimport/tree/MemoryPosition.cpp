@@ -10,7 +10,7 @@ std::string RelativeAddress::text() const {
     using utils::numeric::detail::formatNumber;
     std::string text(kDataBlockMarker);
     text.append(formatNumber(place.byteOffset).view());
-    if (ofBit)
+    if (alignment == Alignment::bit)
         text.append(1, '.').append(formatNumber(place.bitOffset).view());
     return text;
 }

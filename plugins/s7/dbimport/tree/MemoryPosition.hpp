@@ -38,34 +38,34 @@ struct MemoryPosition {
     friend constexpr bool operator==(const MemoryPosition&, const MemoryPosition&) = default;
 };
 
+/// Where a variable lies, relative to its data block. No width letter stands in the text, since the
+/// width follows from the data type.
+struct RelativeAddress {
+    MemoryPosition place;
+    Alignment alignment = Alignment::byte; ///< the bit counts where it is a bit
+
+    /// DB12, or DB0.3 for a bit.
+    [[nodiscard]] std::string text() const;
+};
+
 /// Takes the memory of one variable of the type at `position`: aligns the position, moves it behind
-/// the variable and returns where that begins. `textLength` counts for texts only, in characters.
+/// the variable and returns where that lies. `textLength` counts for texts only, in characters.
 /// Throws std::runtime_error for a type without a size.
-inline MemoryPosition placeScalar(const TypeFacts& facts, std::uint64_t textLength,
-                                  MemoryPosition& position) {
+inline RelativeAddress placeScalar(const TypeFacts& facts, std::uint64_t textLength,
+                                   MemoryPosition& position) {
     if (facts.size == 0)
         fail(Message::unknownOffset, typeName(facts.type));
     if (facts.alignment == Alignment::bit) {
         const MemoryPosition place = position;
         position.advanceBits(facts.size);
-        return place;
+        return {place, facts.alignment};
     }
     position.alignToByte();
     if (facts.alignment == Alignment::word)
         position.alignToWord();
     const MemoryPosition place = position;
     position.advanceBytes(facts.size + facts.characterSize * textLength);
-    return place;
+    return {place, facts.alignment};
 }
-
-/// Where a variable lies, relative to its data block. No width letter stands in the text, since the
-/// width follows from the data type.
-struct RelativeAddress {
-    MemoryPosition place;
-    bool ofBit = false; ///< the bit counts, too
-
-    /// DB12, or DB0.3 for a bit.
-    [[nodiscard]] std::string text() const;
-};
 
 } // namespace corvane::workbench::plugins::s7Driver

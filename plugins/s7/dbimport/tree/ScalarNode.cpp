@@ -101,8 +101,7 @@ double ScalarNode::documentSize(std::size_t indexSize) const {
 }
 
 RelativeAddress scalarAddress(const ScalarNode& node, MemoryPosition& position) {
-    const TypeFacts& facts = node.typeFacts();
-    return {placeScalar(facts, node.textLength(), position), facts.alignment == Alignment::bit};
+    return placeScalar(node.typeFacts(), node.textLength(), position);
 }
 
 } // namespace corvane::workbench::plugins::s7Driver
