@@ -40,11 +40,11 @@ std::string furtherCounted(std::size_t count, std::string_view what) {
     return count == 0 ? "" : ", " + counted(count, what);
 }
 
-std::string textOf(const core::MergeWarning& warning) {
-    auto text = narrow(warning.text);
-    if (warning.kind == core::MergeWarning::Kind::misleadingNames)
-        text += "; --match name would go by the names";
-    return text;
+/// What to do about it, to be put behind the text; as a rule nothing.
+std::string_view adviceOn(const core::MergeWarning& warning) {
+    return warning.kind == core::MergeWarning::Kind::misleadingNames
+               ? "; --match name would go by the names"
+               : "";
 }
 
 void addText(encoder::Object& object, encoder::Key key, const std::optional<std::string>& text) {
@@ -104,7 +104,8 @@ void writeWarnings(encoder::Object& object, const MergedImport& import) {
     for (const auto& warning : import.document.warnings)
         add(narrow(warning.text), warning);
     for (const auto& warning : import.warnings())
-        add(textOf(warning), {.text = {}, .element = warning.element});
+        add(narrow(warning.text).append(adviceOn(warning)),
+            {.text = {}, .element = warning.element});
 }
 
 // The pieces stand at the end of the document, in its order, behind what it brings beside them.
@@ -124,7 +125,7 @@ void writeMemory(encoder::Object& object, const MergedImport& import) {
 
 void printMergeWarnings(const MergedImport& import) {
     for (const auto& warning : import.warnings())
-        printMessage("warning: " + warning.element + ": " + textOf(warning));
+        printMessage(("warning: " + narrow(core::textOf(warning))).append(adviceOn(warning)));
 }
 
 std::string changesDone(const core::ImportCounts& counts) {

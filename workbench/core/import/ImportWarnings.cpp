@@ -46,6 +46,10 @@ private:
     std::u16string first_;
 };
 
+std::u16string textOf(const std::string& element, const std::u16string& text) {
+    return element.empty() ? text : utf8ToUtf16(element) + u": " + text;
+}
+
 } // namespace
 
 std::vector<MergeWarning> mergeWarnings(const ImportChanges& changes) {
@@ -70,5 +74,11 @@ std::vector<MergeWarning> mergeWarnings(const ImportChanges& changes) {
     taken.appendTo(warnings);
     return warnings;
 }
+
+std::u16string textOf(const ui::ImportWarning& warning) {
+    return textOf(warning.element, warning.text);
+}
+
+std::u16string textOf(const MergeWarning& warning) { return textOf(warning.element, warning.text); }
 
 } // namespace corvane::workbench::core

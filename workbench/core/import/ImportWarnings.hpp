@@ -2,6 +2,8 @@
 
 #include "workbench/core/import/ImportMerge.hpp"
 
+#include <corvane/workbench/ui/ImportedDocument.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -24,5 +26,9 @@ struct MergeWarning {
 
 /// The warnings of an import that was merged, at most one of each kind.
 [[nodiscard]] std::vector<MergeWarning> mergeWarnings(const ImportChanges& changes);
+
+/// A warning as a user reads it: the element concerned, if there is one, and the text.
+[[nodiscard]] std::u16string textOf(const ui::ImportWarning& warning);
+[[nodiscard]] std::u16string textOf(const MergeWarning& warning);
 
 } // namespace corvane::workbench::core

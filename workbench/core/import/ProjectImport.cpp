@@ -4,8 +4,6 @@
 #include "workbench/core/project/DocumentReader.hpp"
 #include "workbench/core/project/ElementWalk.hpp"
 
-#include <corvane/utils/string/Utf.hpp>
-
 namespace corvane::workbench::core {
 
 namespace {
@@ -64,12 +62,6 @@ ImportOutcome StagedImport::merge(Match match, ImportChanges* changes) {
 
 ImportOutcome importDocument(Project& project, model::Element& target, std::string document) {
     return StagedImport(project, target, std::move(document)).merge();
-}
-
-std::u16string textOf(const ui::ImportWarning& warning) {
-    if (warning.element.empty())
-        return warning.text;
-    return utils::string::detail::utf8ToUtf16(warning.element) + u": " + warning.text;
 }
 
 } // namespace corvane::workbench::core

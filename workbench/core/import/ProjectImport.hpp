@@ -5,7 +5,6 @@
 
 #include <corvane/workbench/host/ReferenceTable.hpp>
 #include <corvane/workbench/host/Staging.hpp>
-#include <corvane/workbench/ui/ImportedDocument.hpp>
 
 #include <string>
 
@@ -39,8 +38,5 @@ private:
 /// json::decoder::DecodeError) leaves the project as it was. Nothing that exists is removed.
 /// Afterwards the project is what saving it and loading it again would give.
 ImportOutcome importDocument(Project& project, model::Element& target, std::string document);
-
-/// A warning of an import as a user reads it: the element concerned, if there is one, and the text.
-[[nodiscard]] std::u16string textOf(const ui::ImportWarning& warning);
 
 } // namespace corvane::workbench::core

@@ -1,5 +1,6 @@
 #include "CoreTesting.hpp"
 
+#include "workbench/core/import/ImportWarnings.hpp"
 #include "workbench/core/project/OpenForm.hpp"
 
 #include <array>
@@ -268,9 +269,14 @@ TEST_F(ProjectImportTest, MakesAnElementThatImportsAFile) {
 }
 
 TEST_F(ProjectImportTest, AWarningIsReadWithItsElement) {
-    EXPECT_EQ(textOf({.text = u"is odd", .line = 3, .column = 1, .element = "a~1\u00E4/b"}),
+    EXPECT_EQ(textOf(ui::ImportWarning{
+                  .text = u"is odd", .line = 3, .column = 1, .element = "a~1\u00E4/b"}),
               u"a~1\u00E4/b: is odd");
-    EXPECT_EQ(textOf({.text = u"is odd", .element = {}}), u"is odd");
+    EXPECT_EQ(textOf(ui::ImportWarning{.text = u"is odd", .element = {}}), u"is odd");
+    EXPECT_EQ(textOf(MergeWarning{.kind = MergeWarning::Kind::takenNames,
+                                  .element = "/a~1\u00E4/b",
+                                  .text = u"is odd"}),
+              u"/a~1\u00E4/b: is odd");
 }
 
 } // namespace corvane::workbench::core::test

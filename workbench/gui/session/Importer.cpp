@@ -22,8 +22,13 @@ QString summaryOf(const core::ImportCounts& counts, bool targetIsNew) {
     auto changes = translated(kContext, "{}, {} updated",
                               {counted(kContext, "1 element added", "{} elements added", added),
                                formatted(counts.changed)});
-    if (counts.renamed != 0)
-        changes += translated(kContext, ", {} renamed", {formatted(counts.renamed)});
+    const auto further = [&](std::size_t count, std::string_view text) {
+        if (count != 0)
+            changes += translated(kContext, text, {formatted(count)});
+    };
+    further(counts.moved, ", {} moved");
+    further(counts.renamed, ", {} renamed");
+    further(counts.removed, ", {} removed");
     return changes;
 }
 
@@ -34,8 +39,7 @@ QStringList linesOf(const std::vector<ui::ImportWarning>& ofFile,
     for (const auto& warning : ofFile)
         lines += toQt(core::textOf(warning));
     for (const auto& warning : ofProject)
-        lines += translated(kContext, "{}: {}",
-                            {toQt(std::string_view(warning.element)), toQt(warning.text)});
+        lines += toQt(core::textOf(warning));
     return lines;
 }
 

@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <memory>
 #include <numeric>
+#include <utility>
 
 namespace corvane::workbench::gui {
 
@@ -147,10 +148,26 @@ void TablePanel::connectParts() {
 }
 
 void TablePanel::setScope(model::Element* element) {
+    if (element != nullptr && element == amongSiblings_)
+        return;
+    amongSiblings_ = nullptr;
     auto* scope = element;
     if (scope != nullptr && scope->childElements().empty())
         scope = scope->parentElement();
     model_->source().setScope(scope != nullptr ? scope : &session_->root());
+}
+
+// The last is of the kind that the user has asked for: what it needs stands in front of it.
+void TablePanel::showSiblings(const std::vector<model::Element*>& elements) {
+    amongSiblings_ = elements.front();
+    siblingsClass_ = &elements.back()->elementClass();
+    model_->source().setScope(&session_->project().model().parentOf(*elements.front()));
+}
+
+// Another kind of elements may be wanted now, even of the same scope.
+void TablePanel::leaveSiblings() {
+    setScope(std::exchange(amongSiblings_, nullptr));
+    offerClasses();
 }
 
 void TablePanel::resizeEvent(QResizeEvent* event) {
@@ -172,6 +189,7 @@ void TablePanel::hideEvent(QHideEvent* event) {
 // The user's last choice where there are such elements, else the most numerous kind.
 void TablePanel::offerClasses() {
     const auto& groups = model_->source().groups();
+    const auto* const wanted = amongSiblings_ != nullptr ? siblingsClass_ : wantedClass_;
     const QSignalBlocker quiet(classes_);
     classes_->clear();
     int chosen = -1;
@@ -183,9 +201,9 @@ void TablePanel::offerClasses() {
                           translated(kContext, "{} ({})",
                                      {toQt(group.elementClass->displayName()),
                                       formatted(group.elements.size())}));
-        if (group.elementClass == wantedClass_)
+        if (group.elementClass == wanted)
             wantedFound = true;
-        if (wantedFound ? group.elementClass == wantedClass_ : group.elements.size() > most) {
+        if (wantedFound ? group.elementClass == wanted : group.elements.size() > most) {
             chosen = index;
             most = group.elements.size();
         }

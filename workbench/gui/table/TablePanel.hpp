@@ -26,6 +26,13 @@ public:
     /// Shows what is below an element, or beside it where nothing is below; null for everything.
     void setScope(model::Element* element);
 
+    /// Shows elements that stand beside each other, with their siblings, as long as the scope is
+    /// the first of them. There is at least one.
+    void showSiblings(const std::vector<model::Element*>& elements);
+    [[nodiscard]] bool showsSiblings() const { return amongSiblings_ != nullptr; }
+    /// Shows what `setScope` was told, as ever.
+    void leaveSiblings();
+
     [[nodiscard]] model::Element* current() const override;
     [[nodiscard]] std::vector<model::Element*> selected() const override;
     [[nodiscard]] bool hasSelection() const override;
@@ -76,6 +83,8 @@ private:
     QTimer filterLater_;
     QTimer selectionLater_;                              // a selection of many ranges tells of each
     const skill::Element::Class* wantedClass_ = nullptr; // the user's last choice
+    model::Element* amongSiblings_ = nullptr;            // the scope meanwhile; null for none
+    const skill::Element::Class* siblingsClass_ = nullptr;
     bool bulkEditWanted_ = false;
 };
 

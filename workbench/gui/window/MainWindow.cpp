@@ -114,7 +114,15 @@ void MainWindow::connectParts() {
                     [this, element, key] { importer_->chooseAndImport(*element, key); });
             });
     connect(importer_, &Importer::imported, this,
-            [this](const std::vector<model::Element*>& elements) { tree_->select(elements); });
+            [this](const std::vector<model::Element*>& elements) {
+                tree_->select(elements);
+                if (elements.size() > 1)
+                    table_->showSiblings(elements);
+            });
+    connect(tree_, &TreePanel::selectionChanged, this, [this] {
+        if (table_->showsSiblings() && !session_.isBusy() && tree_->selected().size() == 1)
+            table_->leaveSiblings();
+    });
     connect(problems_, &ProblemsPanel::activated, this, &MainWindow::goTo);
     connect(&problems_->model(), &ProblemsModel::counted, this,
             [this](std::size_t total, const std::unordered_set<const model::Element*>& above) {

@@ -165,7 +165,8 @@ void MainWindow::offerCommands() {
     for (const auto command :
          {Command::duplicate, Command::rename, Command::remove, Command::pickUp, Command::putHere})
         onElements += &actions_[command];
-    tree_->offer(onElements + QList<QAction*>{&actions_[Command::expandAll],
+    tree_->offer(onElements + QList<QAction*>{&actions_[Command::importFile],
+                                              &actions_[Command::expandAll],
                                               &actions_[Command::collapseAll]},
                  actions_[Command::remove]);
     problems_->offer({&actions_[Command::nextProblem]});
