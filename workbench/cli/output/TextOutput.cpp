@@ -1,7 +1,8 @@
 #include "workbench/cli/output/TextOutput.hpp"
 
+#include "workbench/core/edit/workspace/FieldText.hpp"
+
 #include <corvane/utils/io/StringOutputStream.hpp>
-#include <corvane/utils/numeric/FormatNumber.hpp>
 #include <corvane/utils/string/ControlCharacters.hpp>
 #include <corvane/utils/string/Utf.hpp>
 #include <corvane/utils/string/Word.hpp>
@@ -36,15 +37,7 @@ void printLine(std::string_view line, std::string_view kept) {
 
 std::string narrow(std::u16string_view text) { return utils::string::detail::utf16ToUtf8(text); }
 
-std::string textOf(const ui::ControlValue& value) {
-    if (const auto* const text = std::get_if<std::u16string>(&value))
-        return narrow(*text);
-    if (const auto* const flag = std::get_if<bool>(&value))
-        return *flag ? "true" : "false";
-    if (const auto* const number = std::get_if<std::uint64_t>(&value))
-        return std::string(utils::numeric::detail::formatNumber(*number).view());
-    return {};
-}
+std::string textOf(const ui::ControlValue& value) { return narrow(core::textOf(value)); }
 
 std::size_t widthOf(std::string_view utf8) {
     namespace word = utils::string::word;

@@ -69,6 +69,10 @@ void Editor::setProgress(Progress progress) {
     history_->workspace.setProgress(std::move(progress));
 }
 
+void Editor::together(std::u16string text, function_ref<void()> edits) {
+    history_->performTogether(std::move(text), edits);
+}
+
 void Editor::setValues(Element& element, std::span<const FieldValue> values) {
     setAll(std::array{&element}, values);
 }

@@ -47,6 +47,11 @@ public:
     using Progress = Workspace::Progress;
     void setProgress(Progress progress);
 
+    /// Makes all edits that `edits` makes with this editor, which are no undo and redo, one step of
+    /// history: all of them or, where one is refused and `edits` lets that through, none. `text` is
+    /// what the step does, translated. Single edits tell no progress meanwhile.
+    void together(std::u16string text, function_ref<void()> edits);
+
     /// Sets fields of one element through its form, all or none. Throws EditError, naming the label
     /// and the reason. A value that the field has already is no change; no change is no step.
     void setValues(model::Element& element, std::span<const FieldValue> values);

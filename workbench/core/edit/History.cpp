@@ -1,10 +1,43 @@
 #include "workbench/core/edit/History.hpp"
 
+#include <exception>
+#include <utility>
+
 namespace corvane::workbench::core {
 
 void Editor::History::perform(std::shared_ptr<Step> step) {
     if (!step->perform(workspace))
         return;
+    if (group_ != nullptr)
+        group_->add(std::move(step));
+    else
+        keep(std::move(step));
+}
+
+void Editor::History::performTogether(std::u16string text, function_ref<void()> edits) {
+    if (group_ != nullptr) { // a part of what is under way
+        edits();
+        return;
+    }
+    const auto group = std::make_shared<StepGroup>(std::move(text));
+    auto progress = workspace.setProgress({});
+    group_ = group.get();
+    std::exception_ptr failure;
+    try {
+        edits();
+    } catch (...) {
+        failure = std::current_exception();
+        group->undo(workspace);
+    }
+    group_ = nullptr;
+    workspace.setProgress(std::move(progress));
+    if (failure)
+        std::rethrow_exception(failure);
+    if (group->perform(workspace))
+        keep(group);
+}
+
+void Editor::History::keep(std::shared_ptr<Step> step) {
     steps_.resize(done_);
     if (saved_ > done_)
         saved_.reset();

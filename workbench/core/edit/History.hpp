@@ -2,6 +2,7 @@
 
 #include "workbench/core/edit/Editor.hpp"
 #include "workbench/core/edit/steps/Step.hpp"
+#include "workbench/core/edit/steps/StepGroup.hpp"
 
 #include <memory>
 #include <optional>
@@ -17,6 +18,8 @@ public:
     /// Performs a step and keeps it where it changed anything; what could be redone until now no
     /// longer can then.
     void perform(std::shared_ptr<Step> step);
+    /// Performs the steps that `edits` performs, and keeps them as one.
+    void performTogether(std::u16string text, function_ref<void()> edits);
 
     [[nodiscard]] std::size_t stepsDone() const { return done_; }
     /// The step that would be undone or redone next; null if there is none.
@@ -34,11 +37,13 @@ public:
     Workspace workspace;
 
 private:
+    void keep(std::shared_ptr<Step> step);
     void tellChanged() const;
 
     std::vector<std::shared_ptr<Step>> steps_;
     std::size_t done_ = 0;
     std::optional<std::size_t> saved_ = 0; // steps done when saved; empty if never to be again
+    StepGroup* group_ = nullptr;           // takes what is performed meanwhile
 };
 
 } // namespace corvane::workbench::core

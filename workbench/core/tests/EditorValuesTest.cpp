@@ -61,6 +61,33 @@ protected:
 
 } // namespace
 
+TEST_F(EditorValuesTest, EditsThatAreMadeTogetherAreOneStep) {
+    auto plant = load(plantOf(3));
+    Editor editor(plant);
+    const auto before = sightOf(plant);
+    auto& item = plant.element("/P/i1");
+    editor.together(u"Do this", [&] {
+        set(editor, "/P/i0", u"Address", Text(u"MB7"));
+        editor.rename(item, "renamed");
+        editor.together(u"Do more", [&] { set(editor, "/P/renamed", u"Writable", true); });
+    });
+    EXPECT_EQ(editor.stepsDone(), 1);
+    EXPECT_EQ(editor.undoText(), u"Do this");
+    EXPECT_EQ(item.name(), "renamed");
+    expectUndoAndRedo(editor, before);
+
+    const auto after = sightOf(plant);
+    EXPECT_THROW(editor.together(u"Fail",
+                                 [&] {
+                                     set(editor, "/P/i0", u"Address", Text(u"MB8"));
+                                     editor.rename(item, "i2"); // which is taken
+                                 }),
+                 EditError);
+    EXPECT_EQ(sightOf(plant), after);
+    editor.together(u"Nothing", [&] { set(editor, "/P/i0", u"Address", Text(u"MB7")); });
+    EXPECT_EQ(editor.stepsDone(), 1);
+}
+
 TEST_F(EditorValuesTest, PutsBackWhatNoUserCouldEnter) {
     struct Case {
         std::string_view path;

@@ -4,8 +4,6 @@
 #include "workbench/core/project/ElementWalk.hpp"
 #include "workbench/core/project/OpenForm.hpp"
 
-#include <corvane/utils/numeric/FormatNumber.hpp>
-#include <corvane/utils/string/Utf.hpp>
 #include <corvane/workbench/host/Tree.hpp>
 #include <corvane/workbench/skill/ElementFactory.hpp>
 
@@ -19,14 +17,6 @@ namespace corvane::workbench::core {
 namespace {
 
 using model::Element;
-using utils::string::detail::utf8ToUtf16;
-
-std::u16string stepText(std::span<Element* const> elements) {
-    if (elements.size() == 1)
-        return editText("Duplicate “{}”", {utf8ToUtf16(elements.front()->name())});
-    return editText("Duplicate {} elements",
-                    {utf8ToUtf16(utils::numeric::detail::formatNumber(elements.size()).view())});
-}
 
 std::size_t positionOf(const Element& element, const Element& parent) {
     const auto found =
@@ -37,7 +27,8 @@ std::size_t positionOf(const Element& element, const Element& parent) {
 } // namespace
 
 DuplicateStep::DuplicateStep(std::span<Element* const> elements)
-    : Step(stepText(elements)), originals_(elements.begin(), elements.end()) {}
+    : Step(countedEditText("Duplicate “{}”", "Duplicate {} elements", elements)),
+      originals_(elements.begin(), elements.end()) {}
 
 bool DuplicateStep::perform(Workspace& workspace) {
     try {

@@ -4,8 +4,6 @@
 #include "workbench/core/edit/workspace/Selection.hpp"
 #include "workbench/core/edit/workspace/StagedMove.hpp"
 
-#include <corvane/utils/numeric/FormatNumber.hpp>
-#include <corvane/utils/string/Utf.hpp>
 #include <corvane/workbench/host/Tree.hpp>
 
 #include <algorithm>
@@ -17,15 +15,7 @@ namespace corvane::workbench::core {
 namespace {
 
 using model::Element;
-using utils::string::detail::utf8ToUtf16;
 using Elements = std::vector<std::unique_ptr<Element>>;
-
-std::u16string stepText(std::span<Element* const> elements) {
-    if (elements.size() == 1)
-        return editText("Move “{}”", {utf8ToUtf16(elements.front()->name())});
-    return editText("Move {} elements",
-                    {utf8ToUtf16(utils::numeric::detail::formatNumber(elements.size()).view())});
-}
 
 /// Elements that are out of the tree for the moment, to be had in any order.
 class Loose {
@@ -73,7 +63,7 @@ std::vector<Element*> elementsAt(const Placement& placement) {
 
 MoveStep::MoveStep(std::span<Element* const> elements, host::Model& model, Element& parent,
                    std::size_t position)
-    : Step(stepText(elements)),
+    : Step(countedEditText("Move “{}”", "Move {} elements", elements)),
       moved_(elements.begin(), elements.end()),
       parent_(&parent),
       positions_(elements.size()) {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <corvane/workbench/model/Element.hpp>
+
 #include <initializer_list>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -23,6 +26,11 @@ public:
 /// `text` is English, and UTF-8.
 [[nodiscard]] std::u16string editText(std::string_view text,
                                       std::initializer_list<std::u16string_view> arguments = {});
+
+/// A text that counts elements: `one` for a single one, with its name in the place of "{}", else
+/// `many` with their number there.
+[[nodiscard]] std::u16string countedEditText(std::string_view one, std::string_view many,
+                                             std::span<model::Element* const> elements);
 
 /// Throws EditError with such a text.
 [[noreturn]] void refuseEdit(std::string_view text,

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace corvane::workbench::core {
@@ -24,7 +25,10 @@ public:
 
     /// Told how many of how many elements are done by a step that takes long; false stops it.
     using Progress = std::function<bool(std::size_t done, std::size_t total)>;
-    void setProgress(Progress progress) { progress_ = std::move(progress); }
+    /// Gives back what was told before.
+    Progress setProgress(Progress progress) {
+        return std::exchange(progress_, std::move(progress));
+    }
     /// Throws EditStopped where the step shall stop.
     void tellProgress(std::size_t done, std::size_t total) const;
     /// Likewise of what cannot be stopped.
