@@ -5,7 +5,9 @@
 #include "elements/Item.hpp"
 #include "elements/ReadNumber.hpp"
 
+#include <corvane/utils/numeric/FormatNumber.hpp>
 #include <corvane/workbench/config/Context.hpp>
+#include <corvane/workbench/i18n/Translate.hpp>
 #include <corvane/workbench/model/Element.hpp>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -46,6 +48,13 @@ void DataBlock::save(utils::json::encoder::Object& members) const {
 std::optional<utils::core::Uuid> DataBlock::importId() const {
     return utils::core::Uuid::createVersion5(kElementNamespace,
                                              utils::numeric::detail::formatNumber(dbNumber).view());
+}
+
+skill::Element::Summary DataBlock::summary() const {
+    Summary summary;
+    i18n::fillTranslated(summary.address, kTextContext, "DB{}",
+                         {utils::numeric::detail::formatNumber(dbNumber).view()});
+    return summary;
 }
 
 void DataBlock::handDownDbNumber() {

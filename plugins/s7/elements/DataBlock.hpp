@@ -33,6 +33,9 @@ public:
     /// names.
     [[nodiscard]] std::optional<utils::core::Uuid> importId() const override;
 
+    /// How the PLC calls the block, which begins the addresses of what is in it.
+    [[nodiscard]] Summary summary() const override;
+
 private:
     void handDownDbNumber();
 };

@@ -65,6 +65,15 @@ void Item::importMerge(const skill::Element& existing) {
         command = item->command;
 }
 
+skill::Element::Summary Item::summary() const {
+    using utils::string::detail::utf8ToUtf16;
+    auto type = utf8ToUtf16(dataType);
+    if (hasStringSize())
+        i18n::fillTranslated(type, kTextContext, "{}[{}]",
+                             {dataType, utils::numeric::detail::formatNumber(stringSize).view()});
+    return {std::move(type), isMember() ? effectiveAddress : utf8ToUtf16(address)};
+}
+
 Plc& Item::plc() const {
     auto* const model = const_cast<model::Element*>(modelElement());
     Plc* const found = model == nullptr ? nullptr : model->findAncestor<Plc>();

@@ -48,6 +48,10 @@ public:
     void importMerge(const skill::Element& existing) override;
     [[nodiscard]] bool preserveExistingNameOnImport() const override { return true; }
 
+    /// The data type, with its size where it has one, and the effective address or, of a standalone
+    /// item, the address.
+    [[nodiscard]] Summary summary() const override;
+
     /// The nearest PLC above. Throws std::logic_error when there is none.
     [[nodiscard]] Plc& plc() const;
 

@@ -53,6 +53,8 @@ bool Element::hasImportIdOf(const Element& other) const {
     return id && id == other.importId();
 }
 
+Element::Summary Element::summary() const { return {}; }
+
 void Element::importMerge(const Element&) {}
 
 bool Element::preserveExistingNameOnImport() const { return false; }

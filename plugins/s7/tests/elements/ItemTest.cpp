@@ -95,6 +95,25 @@ TEST(Item, KnowsWhoHasItsIdentityWithoutHashing) {
     EXPECT_FALSE(tree.member.hasImportIdOf(tree.structure));
 }
 
+TEST(Item, SummarisesItsTypeAndWhereItIs) {
+    const auto expectSummary = [](const Item& item, std::u16string_view type,
+                                  std::u16string_view address) {
+        const auto summary = item.summary();
+        EXPECT_EQ(summary.type, type);
+        EXPECT_EQ(summary.address, address);
+    };
+    Items tree("DBX0.0");
+    expectSummary(tree.member, u"Byte", u"DB5.DBX0.0");
+    expectSummary(tree.standalone, u"Byte", u"MW2");
+    tree.member.assign(tree.member.dataType, std::string("WString"));
+    tree.member.assign(tree.member.stringSize, std::uint64_t{16});
+    tree.block.assign(tree.block.dbNumber, std::uint16_t{7});
+    expectSummary(tree.member, u"WString[16]", u"DB7.DBX0.0");
+    EXPECT_EQ(tree.block.summary().type, u"");
+    EXPECT_EQ(tree.block.summary().address, u"DB7");
+    EXPECT_EQ(tree.structure.summary().address, u"");
+}
+
 TEST(Item, BeginsWithItsDefaults) {
     const Item item;
     EXPECT_EQ(item.dataType, "Byte");

@@ -110,6 +110,17 @@ public:
     /// for less than the two identities cost; it must not say anything else than they do.
     [[nodiscard]] virtual bool hasImportIdOf(const Element& other) const;
 
+    /// What tells an element from its neighbours, for lists that have no room for its form.
+    struct Summary {
+        std::u16string type;    // of its values, as in "Bool"
+        std::u16string address; // where it is in what the skill speaks to, as in "DB4.DB0.0"
+    };
+
+    /// The element in two words as its fields stand now; both are empty by default. It is asked of
+    /// each element that is painted, and of all of them when a user looks for an address, so it
+    /// says what is known already and looks for nothing.
+    [[nodiscard]] virtual Summary summary() const;
+
     /// The place in the tree; null for an element that has none, such as a fresh clone.
     [[nodiscard]] model::Element* modelElement() { return modelElement_; }
     [[nodiscard]] const model::Element* modelElement() const { return modelElement_; }
