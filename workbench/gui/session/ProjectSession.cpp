@@ -230,6 +230,15 @@ void ProjectSession::setFieldOfAll(std::vector<model::Element*> elements,
             });
 }
 
+void ProjectSession::change(const QString& title, Effect effect,
+                            std::move_only_function<void(core::Editor&)> edits) {
+    typing_.reset();
+    perform({effect, title, Way::forth, BusyRunner::Stoppable::yes},
+            [this, text = toUtf16(title), edits = std::move(edits)]() mutable {
+                editor_->together(text, [&] { edits(*editor_); });
+            });
+}
+
 model::Element* ProjectSession::add(model::Element& parent, const core::LoadedClass& elementClass) {
     if (isBusy())
         return nullptr;

@@ -64,6 +64,14 @@ public:
     void setFieldOfAll(std::vector<model::Element*> elements, const ui::Control& control,
                        ui::ControlValue value);
 
+    /// What an edit changes: values only, or also names and places.
+    enum class Effect : std::uint8_t { values, structure };
+    /// Makes all edits that `edits` makes one step of history, which is called `title`. It is
+    /// called with the model in its hands, perhaps beside the window, and may throw to take back
+    /// what it has done.
+    void change(const QString& title, Effect effect,
+                std::move_only_function<void(core::Editor&)> edits);
+
     /// The new element; null if it was refused.
     model::Element* add(model::Element& parent, const core::LoadedClass& elementClass);
     void rename(model::Element& element, const QString& name);
@@ -121,7 +129,6 @@ signals:
     void remarked(const QString& remark);
 
 private:
-    enum class Effect { values, structure };
     using Work = std::move_only_function<void()>;
     using Then = std::move_only_function<void(const std::exception_ptr&)>;
 

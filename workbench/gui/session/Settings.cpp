@@ -11,6 +11,8 @@ namespace {
 
 QString recentKey() { return QStringLiteral("recentProjects"); }
 QString themeKey() { return QStringLiteral("theme"); }
+QString summariesKey() { return QStringLiteral("summariesInTree"); }
+QString columnsKey(const QString& kind) { return QStringLiteral("columns/") + kind; }
 QString layoutKey(const QString& piece) { return QStringLiteral("layout/") + piece; }
 
 } // namespace
@@ -37,6 +39,18 @@ Theme theme() {
 }
 
 void setTheme(Theme theme) { QSettings().setValue(themeKey(), static_cast<int>(theme)); }
+
+bool summariesShown() { return QSettings().value(summariesKey(), true).toBool(); }
+
+void setSummariesShown(bool shown) { QSettings().setValue(summariesKey(), shown); }
+
+QStringList columns(const QString& kind) {
+    return QSettings().value(columnsKey(kind)).toStringList();
+}
+
+void setColumns(const QString& kind, const QStringList& columns) {
+    QSettings().setValue(columnsKey(kind), columns);
+}
 
 QByteArray layout(const QString& piece) {
     return QSettings().value(layoutKey(piece)).toByteArray();

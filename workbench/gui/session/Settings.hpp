@@ -18,6 +18,15 @@ void forgetRecentProject(const QString& file);
 [[nodiscard]] Theme theme();
 void setTheme(Theme theme);
 
+/// Whether the tree shows data types and addresses beside the names.
+[[nodiscard]] bool summariesShown();
+void setSummariesShown(bool shown);
+
+/// The columns of the table for elements of a kind, as the table writes them; empty if none were
+/// kept.
+[[nodiscard]] QStringList columns(const QString& kind);
+void setColumns(const QString& kind, const QStringList& columns);
+
 /// A piece of the window's layout, as Qt packs it; empty if none was kept.
 [[nodiscard]] QByteArray layout(const QString& piece);
 void setLayout(const QString& piece, const QByteArray& state);

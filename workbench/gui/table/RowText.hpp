@@ -20,4 +20,8 @@ namespace corvane::workbench::gui {
 /// One line of such a text.
 [[nodiscard]] QString lineOfCells(const QStringList& cells);
 
+/// The lines of a text from a spreadsheet, with their cells. A cell in quotes may hold tabs and
+/// ends of lines, and each quote twice; quotes that do not enclose a cell are text.
+[[nodiscard]] std::vector<QStringList> cellsOfText(const QString& text);
+
 } // namespace corvane::workbench::gui

@@ -37,6 +37,10 @@ public:
     [[nodiscard]] bool hasFields() const { return !fields_.empty(); }
     /// The column of the field with this key; below 0 if there is none.
     [[nodiscard]] int columnOf(std::string_view key) const;
+    /// The key of the field that a column behind the fixed ones shows.
+    [[nodiscard]] std::string_view keyOf(int column) const {
+        return fields_[static_cast<std::size_t>(column - kFixedColumns)].key;
+    }
     /// The control of a form of the row's element that the column shows; null if it shows none.
     [[nodiscard]] ui::Control* controlOf(const core::OpenForm& form,
                                          const QModelIndex& index) const;

@@ -3,13 +3,11 @@
 #include "workbench/gui/look/FilterLine.hpp"
 #include "workbench/gui/look/PlainText.hpp"
 #include "workbench/gui/look/Text.hpp"
-#include "workbench/gui/table/RowText.hpp"
 #include "workbench/gui/table/TableDelegate.hpp"
 
-#include <QClipboard>
 #include <QComboBox>
-#include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QShortcut>
@@ -18,7 +16,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <memory>
+#include <array>
 #include <numeric>
 #include <utility>
 
@@ -33,6 +31,8 @@ constexpr int kWidestColumn = 280;
 constexpr int kLeastFilter = 160;
 constexpr int kNarrow = 640; // a panel of less has no room for the texts of buttons
 
+constexpr std::array kOwnCommands{Command::copyRows, Command::pasteCells, Command::fillDown};
+
 } // namespace
 
 TablePanel::TablePanel(ProjectSession& session, ClassIcons& icons, const Actions& actions,
@@ -42,7 +42,8 @@ TablePanel::TablePanel(ProjectSession& session, ClassIcons& icons, const Actions
       icons_(&icons),
       actions_(&actions),
       model_(new TableModel(session, icons, this)),
-      view_(new QTableView(this)),
+      view_(new ElementView(this)),
+      clipboard_(new TableClipboard(session, *model_, *view_)),
       classes_(new QComboBox(this)),
       filter_(new FilterLine(translated(kContext, "Filter by any cell"),
                              translated(kContext, "Filter the table by any cell"), this)),
@@ -78,21 +79,19 @@ void TablePanel::buildLayout() {
     view_->verticalHeader()->setDefaultSectionSize(view_->fontMetrics().height() + 10);
     view_->horizontalHeader()->setSortIndicatorClearable(true);
     view_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-    view_->horizontalHeader()->setHighlightSections(false);
     view_->horizontalHeader()->setDefaultSectionSize(130);
     view_->horizontalHeader()->setResizeContentsPrecision(0); // what is seen counts
     view_->horizontalHeader()->setStretchLastSection(true);
     view_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     view_->horizontalHeader()->setSectionsMovable(true);
-    view_->horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(view_->horizontalHeader(), &QWidget::customContextMenuRequested, this,
-            &TablePanel::offerColumns);
+    connect(view_, &ElementView::headingMenuWanted, this, &TablePanel::offerColumns);
+    columns_ = new ColumnLayout(*model_, *view_->horizontalHeader());
     // Which columns are selected as a whole a heading would ask of each row, and each time.
     view_->horizontalHeader()->setSelectionModel(new QItemSelectionModel(model_, view_));
 
-    auto* const copyKey = new QShortcut(QKeySequence::Copy, view_);
-    copyKey->setContext(Qt::WidgetShortcut);
-    connect(copyKey, &QShortcut::activated, this, &TablePanel::copySelected);
+    view_->installEventFilter(this);
+    for (const auto command : kOwnCommands)
+        (*actions_)[command].setShortcutContext(Qt::WidgetShortcut);
 
     classes_->setObjectName(QStringLiteral("tableClass"));
     classes_->setAccessibleName(translated(kContext, "Kind of elements"));
@@ -144,7 +143,45 @@ void TablePanel::connectParts() {
         if (!model_->flags(index).testFlag(Qt::ItemIsEditable))
             emit elementActivated(&model_->elementAt(index.row()));
     });
+    connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, &selectionLater_,
+            qOverload<>(&QTimer::start));
+    connect(&(*actions_)[Command::putHere], &QAction::enabledChanged, this,
+            &TablePanel::updateCommands);
     (*actions_)[Command::changeSelected].setEnabled(false);
+    updateCommands();
+}
+
+// Whoever does not see the table changes nothing in it.
+void TablePanel::updateCommands() {
+    const bool seen = isVisible();
+    (*actions_)[Command::copyRows].setEnabled(seen && clipboard_->canCopy());
+    // What was picked up to be moved is put by the same key.
+    (*actions_)[Command::pasteCells].setEnabled(seen && clipboard_->canPaste() &&
+                                                !(*actions_)[Command::putHere].isEnabled());
+    (*actions_)[Command::fillDown].setEnabled(seen && clipboard_->canFillDown());
+}
+
+QAction* TablePanel::ownCommand(const QKeyEvent& key) const {
+    for (const auto command : kOwnCommands) {
+        auto& action = (*actions_)[command];
+        const bool isPut =
+            command == Command::pasteCells && (*actions_)[Command::putHere].isEnabled();
+        if (action.shortcut() == QKeySequence(key.keyCombination()) && !isPut)
+            return &action;
+    }
+    return nullptr;
+}
+
+bool TablePanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    auto* const own = ownCommand(*static_cast<QKeyEvent*>(event));
+    if (own == nullptr)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress)
+        own->trigger();
+    event->accept();
+    return true;
 }
 
 void TablePanel::setScope(model::Element* element) {
@@ -179,11 +216,13 @@ void TablePanel::resizeEvent(QResizeEvent* event) {
 void TablePanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     model_->source().setActive(true);
+    updateCommands();
 }
 
 void TablePanel::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     model_->source().setActive(false);
+    updateCommands();
 }
 
 // The user's last choice where there are such elements, else the most numerous kind.
@@ -231,8 +270,9 @@ void TablePanel::takeClass() {
 void TablePanel::fitColumns() {
     view_->resizeColumnsToContents();
     for (int column = 0; column != model_->columnCount(); ++column)
-        view_->setColumnWidth(column,
-                              std::min(view_->columnWidth(column) + kColumnRoom, kWidestColumn));
+        if (!view_->isColumnHidden(column))
+            view_->setColumnWidth(
+                column, std::min(view_->columnWidth(column) + kColumnRoom, kWidestColumn));
 }
 
 void TablePanel::showCount() {
@@ -283,6 +323,7 @@ void TablePanel::updateBulkEdit() {
     if (session_->isBusy())
         return;
     emit selectionChanged();
+    updateCommands();
     const bool any = hasSelection() && model_->hasFields();
     (*actions_)[Command::changeSelected].setEnabled(any);
     bulkEdit_->setVisible(bulkEditWanted_ && any);
@@ -304,49 +345,23 @@ void TablePanel::showColumn(const std::string& key) {
         view_->scrollTo(model_->index(row, column));
 }
 
-std::vector<int> TablePanel::shownColumns() const {
-    const auto& header = *view_->horizontalHeader();
-    std::vector<int> columns;
-    for (int place = 0; place != header.count(); ++place)
-        if (const int column = header.logicalIndex(place); !header.isSectionHidden(column))
-            columns.push_back(column);
-    return columns;
-}
-
-// With the headings in the first line, as spreadsheets show them.
-void TablePanel::copySelected() {
-    if (session_->isBusy() || !hasSelection())
-        return;
-    const auto columns = shownColumns();
-    QStringList headings;
-    for (const int column : columns)
-        headings += model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    auto rows = std::make_shared<QString>();
-    session_->runner().run(
-        translated(kContext, "Copying"),
-        [&runner = session_->runner(), rows, columns, elements = selected()] {
-            *rows = rowsAsText(elements, columns, runner);
-        },
-        [rows, headings](const std::exception_ptr& failure) {
-            if (!failure && !rows->isEmpty())
-                QGuiApplication::clipboard()->setText(lineOfCells(headings) + *rows);
-        },
-        BusyRunner::Stoppable::yes);
-}
-
-void TablePanel::offerColumns(const QPoint& place) {
-    auto& header = *view_->horizontalHeader();
+void TablePanel::offerColumns(const QPoint& globalPlace) {
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (int column = 1; column < model_->columnCount(); ++column) { // the name stays
         const auto heading = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         auto* const action = menu->addAction(withoutMnemonic(heading));
         action->setCheckable(true);
-        action->setChecked(!header.isSectionHidden(column));
+        action->setChecked(!view_->isColumnHidden(column));
         connect(action, &QAction::toggled, this,
-                [&header, column](bool shown) { header.setSectionHidden(column, !shown); });
+                [this, column](bool shown) { columns_->setShown(column, shown); });
     }
-    menu->popup(header.mapToGlobal(place));
+    menu->addSeparator();
+    connect(menu->addAction(translated(kContext, "All Columns, as in the Form")),
+            &QAction::triggered, columns_, &ColumnLayout::reset);
+    connect(menu->addAction(translated(kContext, "As Wide as Their Contents")), &QAction::triggered,
+            this, &TablePanel::fitColumns);
+    menu->popup(globalPlace);
 }
 
 void TablePanel::focusTable() { view_->setFocus(Qt::ShortcutFocusReason); }

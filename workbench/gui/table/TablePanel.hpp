@@ -3,9 +3,11 @@
 #include "workbench/gui/look/Actions.hpp"
 #include "workbench/gui/session/ElementPart.hpp"
 #include "workbench/gui/table/BulkEditBar.hpp"
+#include "workbench/gui/table/ColumnLayout.hpp"
+#include "workbench/gui/table/ElementView.hpp"
+#include "workbench/gui/table/TableClipboard.hpp"
 #include "workbench/gui/table/TableModel.hpp"
 
-#include <QTableView>
 #include <QWidget>
 
 class QComboBox;
@@ -41,6 +43,8 @@ public:
     /// What the menu at a row offers.
     void offer(const QList<QAction*>& actions);
 
+    [[nodiscard]] TableClipboard& clipboard() const { return *clipboard_; }
+
     void focusTable();
     void focusFilter();
     /// Offers to change all selected rows at once.
@@ -52,6 +56,8 @@ signals:
     void selectionChanged();
 
 protected:
+    /// The table's own keys, which mean something else in other parts of the window.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -65,16 +71,17 @@ private:
     void showCount();
     void updateBulkEdit();
     void showColumn(const std::string& key);
-    void copySelected();
-    /// The columns that are shown, from left to right.
-    [[nodiscard]] std::vector<int> shownColumns() const;
-    void offerColumns(const QPoint& place);
+    void updateCommands();
+    [[nodiscard]] QAction* ownCommand(const QKeyEvent& key) const;
+    void offerColumns(const QPoint& globalPlace);
 
     ProjectSession* session_;
     ClassIcons* icons_;
     const Actions* actions_;
     TableModel* model_;
-    QTableView* view_;
+    ElementView* view_;
+    ColumnLayout* columns_ = nullptr;
+    TableClipboard* clipboard_;
     QComboBox* classes_;
     FilterLine* filter_;
     QLabel* count_;

@@ -63,6 +63,9 @@ TEST_F(GuiTest, EveryCommandIsInAMenuAndNoShortcutIsUsedTwice) {
         const auto key = one.shortcut().toString();
         if (key.isEmpty())
             continue;
+        // The table takes its own keys before the window does.
+        if (one.shortcutContext() == Qt::WidgetShortcut)
+            continue;
         EXPECT_FALSE(keys.contains(key)) << info.name;
         keys += key;
     }

@@ -210,6 +210,14 @@ QStringList GuiTest::column(const QAbstractItemView& view, int column) {
     return texts;
 }
 
+int GuiTest::columnOf(const char* heading) {
+    const auto& model = *table().model();
+    for (int i = 0; i != model.columnCount(); ++i)
+        if (model.headerData(i, Qt::Horizontal) == heading)
+            return i;
+    return -1;
+}
+
 void GuiTest::click(QAbstractItemView& view, const QModelIndex& index) {
     view.scrollTo(index);
     QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier,

@@ -126,6 +126,8 @@ protected:
     QAbstractItemView& table() { return child<QAbstractItemView>("elementTable"); }
     QAbstractItemView& problems() { return child<QAbstractItemView>("problemList"); }
     static QStringList column(const QAbstractItemView& view, int column);
+    /// The column of the table with this heading; below 0 if there is none.
+    int columnOf(const char* heading);
     static void click(QAbstractItemView& view, const QModelIndex& index);
 
     /// Drops a file on a part of the window, as file managers do: they offer its path as text, too.

@@ -5,7 +5,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
-#include <QMenu>
 #include <QPushButton>
 #include <QSet>
 #include <QTableView>
@@ -28,14 +27,6 @@ protected:
             if (model.index(row, 0).data() == name)
                 return model.index(row, columnOf(heading));
         return {};
-    }
-
-    int columnOf(const char* heading) {
-        const auto& model = *table().model();
-        for (int i = 0; i != model.columnCount(); ++i)
-            if (model.headerData(i, Qt::Horizontal) == heading)
-                return i;
-        return -1;
     }
 
     /// The line in which a cell is edited from now on, all of it selected; null if there is none.
@@ -283,25 +274,6 @@ TEST_F(TableTest, RowsAreCopiedAsATableWithHeadings) {
     EXPECT_EQ(clipboard->text(), "Name\tEffective address\tData type\tAddress\n"
                                  "SpeedSetpoint\tDB51.DB2\tsigned 16-bit integer\tDB2\n"
                                  "SpeedActual\tDB51.DB4\tsigned 16-bit integer\tDB4\n");
-}
-
-TEST_F(TableTest, ColumnsAreHiddenAndShownByTheMenuAtTheHeadings) {
-    auto* const header = child<QTableView>("elementTable").horizontalHeader();
-    const auto choose = [&](const char* heading) {
-        emit header->customContextMenuRequested({5, 5});
-        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        ASSERT_NE(menu, nullptr);
-        for (auto* const one : menu->actions())
-            if (one->text() == heading)
-                menu->setActiveAction(one);
-        QTest::keyClick(menu, Qt::Key_Return);
-        settle();
-    };
-    choose("Location");
-    EXPECT_TRUE(header->isSectionHidden(columnOf("Location")));
-    EXPECT_FALSE(header->isSectionHidden(columnOf("Address")));
-    choose("Location");
-    EXPECT_FALSE(header->isSectionHidden(columnOf("Location")));
 }
 
 TEST_F(TableTest, TheTableFollowsTheTree) {

@@ -46,6 +46,52 @@ TEST_F(GuiTest, TheFilterShowsMatchesWithWhatIsAboveThem) {
     EXPECT_TRUE(tree().hasFocus());
 }
 
+TEST_F(GuiTest, TheTreeShowsDataTypesAndAddressesWhichFollow) {
+    importExample();
+    const auto summaryOf = [&](const char* elementPath) {
+        auto* const model = window().findChild<TreeModel*>();
+        return model->indexOf(*element(elementPath)).data(TreeModel::kSummaryRole).toString();
+    };
+    EXPECT_EQ(summaryOf("/PLC/Line/SpeedSetpoint"), "Int  DB51.DB2");
+    EXPECT_EQ(summaryOf("/PLC/Line"), "DB51");
+    EXPECT_EQ(summaryOf("/PLC/Default Command"), "");
+    select("/PLC/Line");
+    auto* const number = field<QWidget>("DB number")->findChild<QLineEdit*>();
+    ASSERT_NE(number, nullptr);
+    number->selectAll();
+    QTest::keyClicks(number, QStringLiteral("7"));
+    QTest::keyClick(number, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(summaryOf("/PLC/Line/SpeedSetpoint"), "Int  DB7.DB2");
+    trigger(Command::undo);
+    EXPECT_EQ(summaryOf("/PLC/Line/SpeedSetpoint"), "Int  DB51.DB2");
+
+    select("/PLC/Line/SpeedSetpoint");
+    const auto pictureOf = [&] { return tree().grab().toImage(); };
+    const auto with = pictureOf();
+    trigger(Command::showSummaries);
+    EXPECT_EQ(summaryOf("/PLC/Line/SpeedSetpoint"), "");
+    EXPECT_NE(pictureOf(), with);
+    reopenWindow(); // it is kept
+    EXPECT_FALSE(action(Command::showSummaries).isChecked());
+    importExample();
+    EXPECT_EQ(summaryOf("/PLC/Line/SpeedSetpoint"), "");
+}
+
+TEST_F(GuiTest, TheFilterFindsAddresses) {
+    importExample();
+    trigger(Command::filterTree);
+    QTest::keyClicks(&child<QLineEdit>("treeFilter"), QStringLiteral("db51.db2"));
+    settle();
+    press(Qt::Key_Down);
+    EXPECT_EQ(child<TreePanel>().current(), element("/PLC/Line/SpeedSetpoint"));
+    child<QLineEdit>("treeFilter").clear();
+    settle();
+    QTest::keyClicks(&child<QLineEdit>("treeFilter"), QStringLiteral("DB7.DB2"));
+    settle();
+    EXPECT_EQ(tree().model()->rowCount(), 0);
+}
+
 TEST_F(GuiTest, ANameIsChangedInPlaceAndReferencesFollow) {
     importExample();
     select("/PLC/Default Command");

@@ -6,8 +6,8 @@
 
 namespace corvane::workbench::gui {
 
-/// Paints the elements of the tree: where one is collapsed and something below it is wrong, with a
-/// sign of that.
+/// Paints the elements of the tree: with what is told of them behind the name, as far as there is
+/// room, and where one is collapsed and something below it is wrong, with a sign of that.
 class TreeDelegate final : public EntryDelegate {
     Q_OBJECT
 
@@ -18,6 +18,9 @@ public:
                const QModelIndex& index) const override;
 
 private:
+    void paintSummary(QPainter& painter, const QStyleOptionViewItem& option,
+                      const QModelIndex& index, int end) const;
+
     QTreeView* view_;
 };
 

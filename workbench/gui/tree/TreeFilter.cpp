@@ -1,5 +1,7 @@
 #include "workbench/gui/tree/TreeFilter.hpp"
 
+#include "workbench/gui/look/Text.hpp"
+
 namespace corvane::workbench::gui {
 
 namespace {
@@ -49,7 +51,7 @@ bool TreeFilter::look(TreeWalk& walk) {
             publish();
             return true;
         }
-        if (!match_.isIn(element->name()))
+        if (!matches(*element))
             continue;
         if (first_ == nullptr)
             first_ = element;
@@ -57,6 +59,11 @@ bool TreeFilter::look(TreeWalk& walk) {
             show(*element);
     }
     return false;
+}
+
+bool TreeFilter::matches(const model::Element& element) const {
+    return match_.isIn(element.name()) ||
+           match_.isIn(toQt(element.getSkillElement()->summary().address));
 }
 
 // The walk meets elements in their order: whatever is not there yet comes behind what is.

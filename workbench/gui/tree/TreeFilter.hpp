@@ -7,7 +7,8 @@
 
 namespace corvane::workbench::gui {
 
-/// Looks for the elements whose names contain a text, between events, and shows them in the tree.
+/// Looks for the elements whose names or addresses contain a text, between events, and shows them
+/// in the tree. What was found stays shown while addresses are edited.
 class TreeFilter : public QObject {
     Q_OBJECT
 
@@ -33,6 +34,7 @@ signals:
 private:
     void restart();
     bool look(TreeWalk& walk);
+    [[nodiscard]] bool matches(const model::Element& element) const;
     void show(model::Element& match);
     void publish();
 

@@ -238,6 +238,8 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
         return withoutFormat(describe(element));
     case kTroubledRole:
         return troubled_.contains(&element);
+    case kSummaryRole:
+        return summariesShown_ ? summaryOf(element).join(QStringLiteral("  ")) : QString();
     case Qt::AccessibleDescriptionRole:
         if (!session_->isBusy() && hasOwnErrors(element))
             return translated(kContext, "{}, has problems", {describe(element)});
@@ -251,7 +253,19 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
 
 // Only the owner of the model may ask a class.
 QString TreeModel::describe(const model::Element& element) const {
-    return session_->isBusy() ? QString() : toQt(element.elementClass().displayName());
+    if (session_->isBusy())
+        return {};
+    return (QStringList(toQt(element.elementClass().displayName())) + summaryOf(element))
+        .join(QStringLiteral(", "));
+}
+
+QStringList TreeModel::summaryOf(const model::Element& element) const {
+    if (session_->isBusy())
+        return {};
+    const auto summary = element.getSkillElement()->summary();
+    QStringList words{toQt(summary.type), toQt(summary.address)};
+    words.removeAll(QString());
+    return words;
 }
 
 bool TreeModel::setData(const QModelIndex& index, const QVariant& value, int role) {

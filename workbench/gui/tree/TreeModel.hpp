@@ -45,6 +45,10 @@ public:
         troubled_ = std::move(elements);
     }
 
+    /// What is told of an element beside its name; empty where that is nothing, or switched off.
+    static constexpr int kSummaryRole = Qt::UserRole + 1;
+    void showSummaries(bool shown) { summariesShown_ = shown; }
+
     /// Shows elements as about to leave their places, from the next painting on.
     void setPickedUp(const std::vector<model::Element*>& elements) {
         pickedUp_ = {elements.begin(), elements.end()};
@@ -80,6 +84,7 @@ private:
     [[nodiscard]] int rowOf(const model::Element& element, const model::Element& parent) const;
     [[nodiscard]] QModelIndex known(model::Element& element) const;
     [[nodiscard]] QString describe(const model::Element& element) const;
+    [[nodiscard]] QStringList summaryOf(const model::Element& element) const;
 
     ProjectSession* session_;
     ClassIcons* icons_;
@@ -89,6 +94,7 @@ private:
     mutable std::vector<model::Element*> dragged_;
     std::unordered_set<const model::Element*> pickedUp_;
     std::unordered_set<const model::Element*> troubled_; // only compared
+    bool summariesShown_ = true;
     enum class Pending { nothing, rows } pending_ = Pending::nothing;
     bool detached_ = false; // the tree may not be looked at
 };

@@ -30,8 +30,8 @@ TreePanel::TreePanel(ProjectSession& session, ClassIcons& icons, QWidget* parent
       filter_(new TreeFilter(session, *model_, this)),
       view_(new ProjectView(this)),
       memory_(new TreeMemory(session, *model_, *view_)),
-      filterLine_(new FilterLine(translated(kContext, "Filter by name"),
-                                 translated(kContext, "Filter the tree by name"), this)),
+      filterLine_(new FilterLine(translated(kContext, "Filter by name or address"),
+                                 translated(kContext, "Filter the tree by name or address"), this)),
       filterResult_(plainLabel(this)) {
     buildLayout();
     connectFilter();
@@ -183,6 +183,11 @@ void TreePanel::showPickedUp(const std::vector<model::Element*>& elements) {
 
 void TreePanel::setTroubled(std::unordered_set<const model::Element*> elements) {
     model_->setTroubled(std::move(elements));
+    view_->viewport()->update();
+}
+
+void TreePanel::showSummaries(bool shown) {
+    model_->showSummaries(shown);
     view_->viewport()->update();
 }
 

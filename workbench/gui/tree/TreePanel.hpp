@@ -45,6 +45,9 @@ public:
     /// Shows that something below these elements is wrong, where they are collapsed.
     void setTroubled(std::unordered_set<const model::Element*> elements);
 
+    /// Whether the elements' data types and addresses stand beside their names.
+    void showSummaries(bool shown);
+
     void expandAll();
     void collapseAll();
 

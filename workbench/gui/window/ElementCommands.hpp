@@ -39,6 +39,8 @@ public:
     void move(Direction direction);
     /// Remembers the selected elements, to be moved by `put`; until then nothing changes.
     void pickUp();
+    /// Forgets what was picked up.
+    void leave() { setPickedUp({}); }
     /// Moves what was picked up below the current element, or behind it where it does not accept
     /// them but the one above does.
     void put();

@@ -58,7 +58,9 @@ void MainWindow::buildMenus() {
          {Command::moveUp, Command::moveDown, Command::pickUp, Command::putHere})
         edit.addAction(&actions_[command]);
     edit.addSeparator();
-    edit.addAction(&actions_[Command::changeSelected]);
+    for (const auto command :
+         {Command::changeSelected, Command::copyRows, Command::pasteCells, Command::fillDown})
+        edit.addAction(&actions_[command]);
 
     auto& view = *menuBar()->addMenu(translated(kContext, "&View"));
     for (const auto command : {Command::showTree, Command::showForm, Command::showTable,
@@ -71,6 +73,7 @@ void MainWindow::buildMenus() {
     view.addAction(&actions_[Command::filterTree]);
     view.addAction(&actions_[Command::filterTable]);
     view.addSeparator();
+    view.addAction(&actions_[Command::showSummaries]);
     addThemeMenu(view);
 
     auto& help = *menuBar()->addMenu(translated(kContext, "&Help"));
@@ -170,7 +173,11 @@ void MainWindow::offerCommands() {
                                               &actions_[Command::collapseAll]},
                  actions_[Command::remove]);
     problems_->offer({&actions_[Command::nextProblem]});
-    table_->offer(onElements + QList<QAction*>{&actions_[Command::changeSelected]});
+    QList<QAction*> onRows;
+    for (const auto command :
+         {Command::changeSelected, Command::copyRows, Command::pasteCells, Command::fillDown})
+        onRows += &actions_[command];
+    table_->offer(onElements + onRows);
 }
 
 void MainWindow::connectViewCommands() {
@@ -178,6 +185,12 @@ void MainWindow::connectViewCommands() {
         tabs_->setCurrentWidget(table_);
         table_->changeSelected();
     });
+    on(Command::copyRows, [this] {
+        commands_->leave(); // what is copied later takes the place of what was picked up
+        table_->clipboard().copy();
+    });
+    on(Command::pasteCells, [this] { table_->clipboard().paste(); });
+    on(Command::fillDown, [this] { table_->clipboard().fillDown(); });
     on(Command::filterTree, [this] { tree_->focusFilter(); });
     on(Command::filterTable, [this] {
         tabs_->setCurrentWidget(table_);
@@ -186,6 +199,14 @@ void MainWindow::connectViewCommands() {
     on(Command::goToElement, [this] { goToElement_->open(); });
     on(Command::expandAll, [this] { tree_->expandAll(); });
     on(Command::collapseAll, [this] { tree_->collapseAll(); });
+    auto& summaries = actions_[Command::showSummaries];
+    summaries.setCheckable(true);
+    summaries.setChecked(settings::summariesShown());
+    tree_->showSummaries(summaries.isChecked());
+    on(Command::showSummaries, [this, &summaries] {
+        settings::setSummariesShown(summaries.isChecked());
+        tree_->showSummaries(summaries.isChecked());
+    });
     on(Command::showTree, [this] { tree_->focusTree(); });
     on(Command::showForm, [this] {
         tabs_->setCurrentWidget(form_);
