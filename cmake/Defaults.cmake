@@ -29,6 +29,19 @@ add_compile_definitions($<$<CONFIG:Debug>:CORVANE_CHECK_OWNER>)
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
+# What only tests need: names and lines for a debugger, which take a third less time to build than
+# all that one could ask of a variable.
+set(CORVANE_TEST_OPTIONS -g1)
+
+option(CORVANE_PRECOMPILE "Read large headers of others once a target; hides a missing include" OFF)
+
+# corvane_precompile(NAME HEADERS...): where that is wanted.
+function(corvane_precompile name)
+    if(CORVANE_PRECOMPILE)
+        target_precompile_headers(${name} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
 # Lets CTest list the cases of a GoogleTest program by name, each with the program as its label.
 function(corvane_discover_tests name)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS ${name})
@@ -43,6 +56,7 @@ function(corvane_test name)
         ${PROJECT_SOURCE_DIR}/platform/utils/tests)
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
+    target_compile_options(${name} PRIVATE ${CORVANE_TEST_OPTIONS})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     corvane_discover_tests(${name})
 endfunction()
