@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -144,6 +145,29 @@ TEST_F(FileInputStreamPipeTest, SaysWhenItCannotGoBack) {
     EXPECT_EQ(read(stream).size(), 2 * kBufferSize);
     EXPECT_EQ(messageOf<std::system_error>([&] { stream.rewind(); }),
               "cannot rewind the file: Illegal seek");
+}
+
+TEST_F(FileInputStreamPipeTest, WaitsForAWriterThatComesAndForWhatItWrites) {
+    writer_ = std::jthread([path = pipe_] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        EXPECT_EQ(::write(descriptor, "late", 4), 4);
+        ::close(descriptor);
+    });
+    FileInputStream stream(pipe_);
+    EXPECT_EQ(read(stream), "late");
+}
+
+TEST_F(FileInputStreamPipeTest, TakesAWriterThatWritesNothingForAnEmptyFile) {
+    feed("", 1);
+    FileInputStream stream(pipe_);
+    EXPECT_EQ(read(stream), "");
+}
+
+TEST_F(FileInputStreamPipeTest, DoesNotWaitForAWriterForEver) {
+    EXPECT_EQ(messageOf<std::system_error>([&] { FileInputStream stream(pipe_); }),
+              "nothing writes to the pipe: No such device or address");
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "workbench/core/plugins/PluginHost.hpp"
 
+#include "workbench/core/plugins/ModuleFile.hpp"
+
 #include <corvane/workbench/config/DocumentKeys.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
 
@@ -36,6 +38,13 @@ LoadedSkill describe(const skill::Skill::Class& skillClass, const std::filesyste
         i18n::translateToUtf8("corvane::workbench::core::PluginHost", text, arguments));
 }
 
+/// Why the exception that is being handled was thrown; the system's reasons without its calls.
+std::string currentReason() try { throw; } catch (const std::system_error& error) {
+    return error.code().message();
+} catch (const std::exception& error) {
+    return error.what();
+}
+
 } // namespace
 
 PluginHost::~PluginHost() {
@@ -49,6 +58,7 @@ void PluginHost::load(const std::filesystem::path& file) try {
     if (std::ranges::find(files_, canonical) != files_.end())
         return;
 
+    requireLoadable(canonical);
     const auto before = registeredSkills();
     SharedLibrary library(canonical);
     const auto loadedBefore = skills_.size();
@@ -68,21 +78,28 @@ void PluginHost::load(const std::filesystem::path& file) try {
     }
     files_.push_back(canonical);
     libraries_.push_back(std::move(library));
-} catch (const std::filesystem::filesystem_error& error) {
-    failures_.push_back({file, error.code().message()});
-} catch (const std::exception& error) {
-    failures_.push_back({file, error.what()});
+} catch (...) {
+    failures_.push_back({file, currentReason()});
 }
 
 void PluginHost::loadFolder(const std::filesystem::path& folder) {
-    std::error_code error;
+    for (const auto& file : modulesOf(folder))
+        load(file);
+}
+
+std::vector<std::filesystem::path> PluginHost::modulesOf(const std::filesystem::path& folder) try {
     std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, error))
+    if (!exists(folder))
+        return files;
+    requireOwnFolder(folder);
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
         if (entry.path().extension() == ".so")
             files.push_back(entry.path());
     std::ranges::sort(files);
-    for (const auto& file : files)
-        load(file);
+    return files;
+} catch (...) {
+    failures_.push_back({folder, currentReason()});
+    return {};
 }
 
 const LoadedClass* PluginHost::findClass(std::string_view documentKey) const {

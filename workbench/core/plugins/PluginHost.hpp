@@ -50,11 +50,11 @@ public:
     ~PluginHost();
 
     /// Loads one plug-in. What fails is kept in `failures` and leaves nothing loaded. A file that
-    /// is loaded already is passed over.
+    /// is loaded already is passed over; one that `requireLoadable` refuses is not touched.
     void load(const std::filesystem::path& file);
 
     /// Loads every "*.so" of a folder, in the order of their names; a folder that does not exist is
-    /// an empty one.
+    /// an empty one. One that cannot be read, or that others may write to, is a failure.
     void loadFolder(const std::filesystem::path& folder);
 
     /// What is loaded, and what is not, in the order in which it was tried.
@@ -69,6 +69,7 @@ public:
     [[nodiscard]] const LoadedClass& entryOf(const skill::Element::Class& elementClass) const;
 
 private:
+    std::vector<std::filesystem::path> modulesOf(const std::filesystem::path& folder);
     void adopt(const skill::Skill::Class& skillClass, const std::filesystem::path& file);
     void rejectConflicts(const LoadedSkill& candidate) const;
 

@@ -1,6 +1,10 @@
 #include "CoreTesting.hpp"
 
 #include <dlfcn.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <functional>
 
 namespace corvane::workbench::core::test {
 
@@ -27,6 +31,21 @@ std::vector<std::string> skillNames(const PluginHost& plugins) {
 }
 
 using Names = std::vector<std::string>;
+
+/// A copy of the plug-in that comes with the program, writable by its owner only.
+std::filesystem::path copyOfOwnPlugin(const TemporaryFolder& folder) {
+    const auto file = folder.path() / "copy.so";
+    std::filesystem::copy_file(CORVANE_OWN_PLUGIN, file);
+    EXPECT_EQ(::chmod(file.c_str(), 0644), 0);
+    return file;
+}
+
+/// Why a plug-in is not loaded; "" where it is.
+std::string reasonAgainst(const std::filesystem::path& file) {
+    PluginHost plugins;
+    plugins.load(file);
+    return plugins.failures().empty() ? "" : plugins.failures().front().reason;
+}
 
 } // namespace
 
@@ -148,6 +167,87 @@ TEST(PluginHost, ReportsAFileThatIsNoModule) {
     ASSERT_EQ(plugins.failures().size(), 1U);
     EXPECT_EQ(plugins.failures().front().reason, "invalid ELF header");
     EXPECT_TRUE(plugins.skills().empty());
+}
+
+TEST(PluginHost, LoadsOnlyRegularFiles) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.path() / "folder.so");
+    ASSERT_EQ(::mkfifo((folder.path() / "pipe.so").c_str(), 0600), 0);
+    PluginHost plugins;
+    plugins.loadFolder(folder.path());
+    ASSERT_EQ(plugins.failures().size(), 2U);
+    for (const auto& failure : plugins.failures())
+        EXPECT_EQ(failure.reason, "it is no regular file");
+}
+
+// Half a copy would end the program as soon as the loader touches what is not there.
+TEST(PluginHost, LoadsOnlyWholeFiles) {
+    const TemporaryFolder folder;
+    const auto file = copyOfOwnPlugin(folder);
+    const auto size = std::filesystem::file_size(file);
+    EXPECT_EQ(reasonAgainst(file), "");
+    for (const std::uintmax_t part : {size - 1, size / 2, size / 100, std::uintmax_t{64}}) {
+        std::filesystem::resize_file(file, part);
+        EXPECT_TRUE(reasonAgainst(file).starts_with("it is not whole: " + std::to_string(part) +
+                                                    " of at least "))
+            << part << ": " << reasonAgainst(file);
+    }
+}
+
+TEST(PluginHost, LoadsOnlyWhatNobodyElseMayChange) {
+    const TemporaryFolder folder;
+    const auto file = copyOfOwnPlugin(folder);
+    const auto ofFile = "others may write to it; only its owner, you or the system, should";
+    const auto ofFolder = "others may write to its folder, " + folder.path().string();
+    const auto change = [&](const std::filesystem::path& path, unsigned mode) {
+        return [=] { ASSERT_EQ(::chmod(path.c_str(), mode), 0) << path; };
+    };
+    const std::vector<std::pair<std::function<void()>, std::string>> rows = {
+        {change(file, 0646), ofFile},
+        {change(file, 0644), ""},
+        {change(folder.path(), 0777), ofFolder},
+        {change(folder.path(), 01777), ""},
+        {change(folder.path(), 0755), ""},
+    };
+    for (const auto& [prepare, reason] : rows) {
+        prepare();
+        EXPECT_EQ(reasonAgainst(file), reason);
+    }
+    // A link is as safe as what it leads to.
+    const TemporaryFolder links;
+    std::filesystem::create_symlink(file, links.path() / "link.so");
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+    EXPECT_EQ(reasonAgainst(links.path() / "link.so"), ofFolder);
+}
+
+TEST(PluginHost, LoadsNothingThatBelongsToAnotherUser) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only the system's owner can give a file away";
+    constexpr uid_t kOther = 1234;
+    const TemporaryFolder folder;
+    const auto file = copyOfOwnPlugin(folder);
+    ASSERT_EQ(::chown(file.c_str(), kOther, 0), 0);
+    EXPECT_TRUE(reasonAgainst(file).starts_with("others may write to it"));
+    ASSERT_EQ(::chown(file.c_str(), 0, kOther), 0);
+    EXPECT_EQ(reasonAgainst(file), "");
+    ASSERT_EQ(::chmod(file.c_str(), 0664), 0);
+    EXPECT_TRUE(reasonAgainst(file).starts_with("others may write to it"));
+}
+
+TEST(PluginHost, ReportsAFolderThatIsNotLookedInto) {
+    const TemporaryFolder folder;
+    const auto file = copyOfOwnPlugin(folder);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+    PluginHost plugins;
+    plugins.loadFolder(folder.path());
+    plugins.loadFolder(file);
+    EXPECT_TRUE(plugins.skills().empty());
+    ASSERT_EQ(plugins.failures().size(), 2U);
+    EXPECT_EQ(plugins.failures()[0].file, folder.path());
+    EXPECT_EQ(plugins.failures()[0].reason,
+              "others may write to its folder, " + folder.path().string());
+    EXPECT_EQ(plugins.failures()[1].file, file);
+    EXPECT_EQ(plugins.failures()[1].reason, "Not a directory");
 }
 
 } // namespace corvane::workbench::core::test

@@ -3,7 +3,13 @@
 #include <corvane/utils/io/SystemError.hpp>
 
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <system_error>
+#include <thread>
 
 namespace corvane::utils::io {
 
@@ -11,13 +17,31 @@ namespace {
 
 constexpr std::size_t kBufferSize = 64 * 1024;
 
+using std::chrono::milliseconds;
+
+/// How long a pipe may be without a writer, and how often that is asked.
+constexpr milliseconds kPatience{5000};
+constexpr milliseconds kInterval{20};
+
+// Opens without waiting: the system itself would wait for a pipe's writer, for ever.
+int openFile(const std::filesystem::path& path) {
+    const int descriptor =
+        retryInterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
+    if (descriptor < 0)
+        throwSystemError("cannot open the file");
+    return descriptor;
+}
+
 } // namespace
 
 FileInputStream::FileInputStream(const std::filesystem::path& path)
-    : buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)),
-      descriptor_(retryInterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); })) {
-    if (descriptor_ < 0)
-        throwSystemError("cannot open the file");
+    : buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)), descriptor_(openFile(path)) {
+    try {
+        awaitWriter();
+    } catch (...) {
+        close();
+        throw;
+    }
 }
 
 FileInputStream::~FileInputStream() { close(); }
@@ -39,6 +63,36 @@ void FileInputStream::rewind() {
         filled_ = 0;
     }
     setFirstBuffer(buffer_.get(), buffer_.get() + filled_);
+}
+
+// A pipe without a writer is at its end, and one whose writer has written nothing yet would block:
+// that is how the two are told apart. From then on reading waits, as it does for every other file.
+void FileInputStream::awaitWriter() {
+    struct ::stat status{};
+    if (::fstat(descriptor_, &status) == 0 && S_ISFIFO(status.st_mode))
+        for (milliseconds waited{}; !hasWriter(); waited += kInterval) {
+            if (waited >= kPatience)
+                throw std::system_error(std::make_error_code(std::errc::no_such_device_or_address),
+                                        "nothing writes to the pipe");
+            std::this_thread::sleep_for(kInterval);
+        }
+    const int flags = ::fcntl(descriptor_, F_GETFL);
+    if (flags < 0 || ::fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK) < 0)
+        throwSystemError("cannot open the file");
+}
+
+bool FileInputStream::hasWriter() {
+    // A writer that came and went is known by the system, and has written all that it wanted.
+    struct ::pollfd pipe{.fd = descriptor_, .events = POLLIN, .revents = 0};
+    if (::poll(&pipe, 1, 0) > 0)
+        return true;
+    const ssize_t count =
+        retryInterrupted([&] { return ::read(descriptor_, buffer_.get(), kBufferSize); });
+    if (count > 0) { // came just now
+        filled_ = static_cast<std::size_t>(count);
+        setFirstBuffer(buffer_.get(), buffer_.get() + filled_);
+    }
+    return count != 0;
 }
 
 bool FileInputStream::refill() {

@@ -13,6 +13,8 @@ class CORVANE_EXPORT FileInputStream final : public InputStream {
 public:
     /// Opens the file. Throws std::system_error with the system's reason when it cannot be opened;
     /// a directory opens, and fails when it is read. The file's name stands in no error text.
+    /// A named pipe that nobody writes to is waited for, some seconds only; then this throws "No
+    /// such device or address".
     explicit FileInputStream(const std::filesystem::path& path);
     ~FileInputStream() override;
 
@@ -28,6 +30,8 @@ protected:
     bool refill() override;
 
 private:
+    void awaitWriter();
+    bool hasWriter();
     std::size_t readInto(char* target, std::size_t size);
 
     std::unique_ptr<char[]> buffer_;
