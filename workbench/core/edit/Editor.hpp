@@ -49,7 +49,8 @@ public:
 
     /// Makes all edits that `edits` makes with this editor, which are no undo and redo, one step of
     /// history: all of them or, where one is refused and `edits` lets that through, none. `text` is
-    /// what the step does, translated. Single edits tell no progress meanwhile.
+    /// what the step does, translated; where it is empty, that of the first edit serves. Single
+    /// edits tell no progress meanwhile.
     void together(std::u16string text, function_ref<void()> edits);
 
     /// Sets fields of one element through its form, all or none. Throws EditError, naming the label

@@ -85,6 +85,25 @@ std::vector<model::Element*> importTargets(const Project& project, std::string_v
     return targets;
 }
 
+std::vector<ImportKind> importKinds(const PluginHost& plugins) {
+    Project scratch(plugins);
+    std::vector<ImportKind> kinds;
+    for (const auto& skill : plugins.skills())
+        for (const auto& entry : skill.classes) {
+            if (!entry.topLevel)
+                continue;
+            const OpenForm form(
+                scratch.add(scratch.model().root(), entry, entry.elementClass->name()));
+            for (ui::Control* const control : form.controls()) {
+                const auto* const button = asButton(*control);
+                if (button != nullptr && std::ranges::find(kinds, button->extension(),
+                                                           &ImportKind::extension) == kinds.end())
+                    kinds.push_back({button->texts().label, button->extension()});
+            }
+        }
+    return kinds;
+}
+
 model::Element* addImportTarget(Project& project, std::string_view extension) {
     auto& root = project.model().root();
     for (const auto& skill : project.plugins().skills())

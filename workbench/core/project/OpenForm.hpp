@@ -67,6 +67,15 @@ private:
 [[nodiscard]] std::vector<model::Element*> importTargets(const Project& project,
                                                          std::string_view extension);
 
+/// Files that the elements at the top of a project can import.
+struct ImportKind {
+    std::u16string label;  // of the button that does, translated
+    std::string extension; // ".db"
+};
+
+/// All that the loaded classes offer, each extension once.
+[[nodiscard]] std::vector<ImportKind> importKinds(const PluginHost& plugins);
+
 /// Adds a new element that can import files with this extension to the top of the project, named
 /// like its class; null if no loaded class can.
 model::Element* addImportTarget(Project& project, std::string_view extension);

@@ -84,6 +84,9 @@ TEST_F(EditorValuesTest, EditsThatAreMadeTogetherAreOneStep) {
                                  }),
                  EditError);
     EXPECT_EQ(sightOf(plant), after);
+    editor.together({}, [&] { editor.rename(item, "again"); });
+    EXPECT_EQ(editor.undoText(), u"Rename “renamed”");
+    editor.undo();
     editor.together(u"Nothing", [&] { set(editor, "/P/i0", u"Address", Text(u"MB7")); });
     EXPECT_EQ(editor.stepsDone(), 1);
 }

@@ -3,6 +3,8 @@
 #include <corvane/utils/string/Utf.hpp>
 #include <corvane/workbench/i18n/Translate.hpp>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 
 namespace corvane::workbench::gui {
@@ -49,6 +51,15 @@ QString formatted(const QDateTime& time) {
 QString counted(std::string_view context, std::string_view one, std::string_view many,
                 std::size_t number) {
     return number == 1 ? translated(context, one) : translated(context, many, {formatted(number)});
+}
+
+QString nameAndFolder(const QString& file) {
+    const QFileInfo info(file);
+    auto folder = info.absolutePath();
+    const auto home = QDir::homePath();
+    if (folder == home || folder.startsWith(home + QLatin1Char('/')))
+        folder.replace(0, home.size(), QLatin1Char('~'));
+    return QStringLiteral("%1  –  %2").arg(info.fileName(), QDir::toNativeSeparators(folder));
 }
 
 QString messageOf(const std::exception_ptr& failure) {

@@ -31,6 +31,10 @@ namespace corvane::workbench::gui {
 [[nodiscard]] QString counted(std::string_view context, std::string_view one, std::string_view many,
                               std::size_t number);
 
+/// A file for a list of files: its name, and behind it the folder that it is in, "~" for the
+/// user's own.
+[[nodiscard]] QString nameAndFolder(const QString& file);
+
 /// What a failure says of itself.
 [[nodiscard]] QString messageOf(const std::exception_ptr& failure);
 

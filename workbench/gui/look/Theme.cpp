@@ -63,6 +63,7 @@ constexpr const char* kStyleSheet = R"(
     QToolButton#addButton::menu-indicator { subcontrol-position: right center; right: 4px; }
     QToolBar { border: none; padding: 3px; spacing: 3px; }
     QTreeView, QTableView { border: 1px solid palette(mid); }
+    #frozenNames { border: none; border-right: 1px solid palette(mid); }
     QTreeView::item { padding: 2px 0px; }
     #formTitle { font-size: 15pt; font-weight: 600; }
     #startTitle { font-size: 20pt; font-weight: 600; }

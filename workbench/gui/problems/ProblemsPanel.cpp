@@ -80,6 +80,14 @@ void ProblemsPanel::activate(const QModelIndex& index) {
     emit activated(problem.element, problem.key);
 }
 
+bool ProblemsPanel::isOpen() const { return !view_->isHidden(); }
+
+void ProblemsPanel::setOpen(bool open) {
+    view_->setVisible(open);
+    setSizePolicy(QSizePolicy::Preferred, open ? QSizePolicy::Preferred : QSizePolicy::Fixed);
+    setMaximumHeight(open ? QWIDGETSIZE_MAX : sizeHint().height());
+}
+
 void ProblemsPanel::showCount(std::size_t total) {
     if (total == 0)
         title_->setText(translated(kContext, "No problems"));

@@ -20,6 +20,9 @@ public:
     /// What the menu at a problem offers.
     void offer(const QList<QAction*>& actions);
     void focusList();
+    /// Without its list the panel is one line high.
+    [[nodiscard]] bool isOpen() const;
+    void setOpen(bool open);
     /// Goes to the problem below the current one, from the last one to the first.
     void activateNext();
 

@@ -5,6 +5,7 @@
 #include "workbench/gui/session/Settings.hpp"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <memory>
 #include <utility>
@@ -106,9 +107,19 @@ bool ProjectFiles::mayOverwrite() {
 }
 
 void ProjectFiles::saveAs(Then then) {
-    const auto file = dialogs_->chooseProjectToSave(window_, file_);
+    const auto file =
+        dialogs_->chooseProjectToSave(window_, file_.isEmpty() ? proposedName() : file_);
     if (!file.isEmpty())
         write(file, std::nullopt, std::move(then));
+}
+
+// Of what stands first in the project, as far as a file may have that name.
+QString ProjectFiles::proposedName() const {
+    static const QRegularExpression kForbidden(QStringLiteral(R"([/\\:*?"<>|\x00-\x1f])"));
+    const auto top = session_->root().childElements();
+    auto name =
+        top.empty() ? translated(kContext, "Project") : toQt(std::string_view(top.front()->name()));
+    return name.replace(kForbidden, QStringLiteral("_")) + QStringLiteral(".json");
 }
 
 // Another program may still change the file when it was looked at: what the user did not know then

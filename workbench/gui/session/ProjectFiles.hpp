@@ -51,6 +51,7 @@ private:
     void tellOfFailure(const QString& file, const std::exception_ptr& failure, Then then);
     /// Asks whether what another program wrote may go.
     [[nodiscard]] bool mayOverwrite();
+    [[nodiscard]] QString proposedName() const;
     /// `known` is the state in which we read or wrote the file; without it, its present one.
     void setFile(const QString& file, const std::optional<core::FileIdentity>& known = {});
     void tellOfChange();

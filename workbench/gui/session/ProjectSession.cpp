@@ -3,6 +3,8 @@
 #include "workbench/core/project/ElementWalk.hpp"
 #include "workbench/gui/look/Text.hpp"
 
+#include <corvane/workbench/ui/ReferenceChooser.hpp>
+
 #include <algorithm>
 #include <utility>
 
@@ -18,6 +20,23 @@ constexpr std::size_t kNamedLostReferences = 3;
 
 QString titleOfChange(const ui::Control& control) {
     return translated(kContext, "Changing {}", {toQt(control.texts().label)});
+}
+
+/// The fields of a new element that refer to nothing yet, with what they can refer to where that is
+/// a single element.
+std::vector<core::FieldValue> onlyChoices(model::Element& element) {
+    const core::OpenForm form(element);
+    std::vector<core::FieldValue> choices;
+    for (auto* const control : form.controls()) {
+        const auto* const reference = dynamic_cast<const ui::ReferenceChooser*>(control);
+        if (reference == nullptr || !reference->isVisible() ||
+            reference->value() != ui::ControlValue(std::u16string()))
+            continue;
+        if (const auto candidates = reference->candidates(); candidates.size() == 1)
+            choices.push_back({std::string(control->key()),
+                               toUtf16(toQt(std::string_view(candidates.front()->path())))});
+    }
+    return choices;
 }
 
 } // namespace
@@ -244,7 +263,13 @@ model::Element* ProjectSession::add(model::Element& parent, const core::LoadedCl
         return nullptr;
     typing_.reset();
     model::Element* added = nullptr;
-    performNow({Effect::structure, {}}, [&] { added = &editor_->add(parent, elementClass); });
+    performNow({Effect::structure, {}}, [&] {
+        editor_->together({}, [&] {
+            added = &editor_->add(parent, elementClass);
+            const auto choices = onlyChoices(*added);
+            editor_->setValues(*added, choices);
+        });
+    });
     return added;
 }
 

@@ -72,7 +72,8 @@ public:
     void change(const QString& title, Effect effect,
                 std::move_only_function<void(core::Editor&)> edits);
 
-    /// The new element; null if it was refused.
+    /// The new element; null if it was refused. A reference of it that can lead to a single element
+    /// leads there, which belongs to the same step.
     model::Element* add(model::Element& parent, const core::LoadedClass& elementClass);
     void rename(model::Element& element, const QString& name);
     /// The copies are told by `arrived`.

@@ -1,9 +1,11 @@
 // What is done every day, by the keys that it is done with.
 #include "GuiTesting.hpp"
 
+#include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/tree/TreeModel.hpp"
 
 #include <QListWidget>
+#include <QPushButton>
 #include <QTreeView>
 
 namespace corvane::workbench::gui {
@@ -49,13 +51,63 @@ TEST_F(EverydayTest, WhatIsAddedIsNamedAtOnce) {
     EXPECT_NE(element("/Press/DataBlock"), nullptr);
 }
 
+TEST_F(EverydayTest, TheFirstStepsAreNamedAsThePlugInNamesThem) {
+    EXPECT_EQ(child<QPushButton>("startAdd").text(), "Add S7 Compatible PLC");
+    auto& import = child<QPushButton>("startImport");
+    EXPECT_EQ(import.text(), "Import DB File…");
+    EXPECT_EQ(action(Command::importFile).text(), "Import DB File…");
+    dialogs_.fileToImport = example("bottling-line.db");
+    QTest::mouseClick(&import, Qt::LeftButton);
+    EXPECT_TRUE(settleUntil([&] { return element("/PLC/Line/Enabled") != nullptr; }));
+    EXPECT_EQ(dialogs_.askedExtension, ".db");
+    trigger(Command::saveProject);
+    EXPECT_EQ(dialogs_.suggested, "PLC.json");
+}
+
+TEST_F(EverydayTest, AListWithoutProblemsIsOneLine) {
+    importExample();
+    select("/PLC");
+    type("Address", "10.0.0.1");
+    auto& panel = child<ProblemsPanel>();
+    EXPECT_FALSE(problems().isVisible());
+    EXPECT_LT(panel.height(), 3 * panel.fontMetrics().height());
+    select("/PLC/Line/SpeedSetpoint");
+    type("Address", "MW4");
+    EXPECT_TRUE(problems().isVisible());
+    EXPECT_GT(panel.height(), 100);
+    trigger(Command::undo);
+    EXPECT_LT(panel.height(), 3 * panel.fontMetrics().height());
+}
+
+TEST_F(EverydayTest, ANewItemRefersToTheOnlyCommand) {
+    importExample();
+    const auto commandOf = [&](const char* elementPath) {
+        const core::OpenForm form(*element(elementPath));
+        return toQt(std::get<std::u16string>(form.find("command")->value()));
+    };
+    select("/PLC/Line");
+    addFromMenu("addButton", QStringLiteral("Data Item"));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(commandOf("/PLC/Line/Item"), "/PLC/Default Command");
+    EXPECT_TRUE(action(Command::undo).text().contains(QStringLiteral("Add Data Item")));
+    trigger(Command::undo);
+    EXPECT_EQ(element("/PLC/Line/Item"), nullptr);
+    select("/PLC");
+    addFromMenu("addButton", QStringLiteral("Command"));
+    press(Qt::Key_Escape);
+    select("/PLC/Line");
+    addFromMenu("addButton", QStringLiteral("Data Item"));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(commandOf("/PLC/Line/Item"), "");
+}
+
 TEST_F(EverydayTest, TheFileMenuImportsIntoWhatIsSelected) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     press(Qt::Key_Return);
     dialogs_.fileToImport = example("bottling-line.db");
     press(Qt::Key_I, Qt::ControlModifier);
     EXPECT_TRUE(settleUntil([&] { return element("/PLC/Line/Enabled") != nullptr; }));
-    EXPECT_EQ(dialogs_.askedExtension, "");
+    EXPECT_EQ(dialogs_.askedExtension, ".db");
 }
 
 TEST_F(EverydayTest, ABlockIsDuplicatedWithAllBelowIt) {

@@ -20,7 +20,10 @@ namespace corvane::workbench::gui {
 class ScriptedDialogs final : public Dialogs {
 public:
     QString chooseProjectToOpen(QWidget*) override { return projectToOpen; }
-    QString chooseProjectToSave(QWidget*, const QString&) override { return projectToSave; }
+    QString chooseProjectToSave(QWidget*, const QString& suggestion) override {
+        suggested = suggestion;
+        return projectToSave;
+    }
     QString chooseFileToImport(QWidget*, const QString& title, const QString& extension) override {
         askedTitle = title;
         askedExtension = extension;
@@ -53,6 +56,7 @@ public:
     Unsaved unsaved = Unsaved::cancel;
     bool agree = false;
 
+    QString suggested;
     QString askedTitle;
     QString askedExtension;
     int unsavedAsked = 0;

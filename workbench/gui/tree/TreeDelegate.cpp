@@ -13,7 +13,6 @@ constexpr int kSignSize = 14;
 constexpr int kSignMargin = 4;
 constexpr int kSummaryGap = 16;
 constexpr int kLeastSummary = 24; // less of it says nothing
-constexpr float kSummaryStrength = 0.65F;
 
 } // namespace
 
@@ -34,7 +33,7 @@ void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 // Up to `end`, in a paler colour than the name.
 void TreeDelegate::paintSummary(QPainter& painter, const QStyleOptionViewItem& option,
                                 const QModelIndex& index, int end) const {
-    const auto summary = index.data(TreeModel::kSummaryRole).toString();
+    auto summary = index.data(TreeModel::kSummaryRole).toString();
     if (summary.isEmpty())
         return;
     QStyleOptionViewItem item = option;
@@ -44,12 +43,13 @@ void TreeDelegate::paintSummary(QPainter& painter, const QStyleOptionViewItem& o
     place.setRight(end - kSignMargin);
     if (place.width() < kLeastSummary)
         return;
-    auto colour = item.palette.color(
-        item.state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText : QPalette::Text);
-    colour.setAlphaF(kSummaryStrength);
+    if (item.fontMetrics.horizontalAdvance(summary) > place.width())
+        summary = index.data(TreeModel::kShortSummaryRole).toString();
+    const auto colour = item.state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText
+                                                                    : QPalette::PlaceholderText;
     painter.save();
     painter.setFont(item.font);
-    painter.setPen(colour);
+    painter.setPen(item.palette.color(colour));
     painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
                      item.fontMetrics.elidedText(summary, Qt::ElideRight, place.width()));
     painter.restore();

@@ -240,6 +240,8 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
         return troubled_.contains(&element);
     case kSummaryRole:
         return summariesShown_ ? summaryOf(element).join(QStringLiteral("  ")) : QString();
+    case kShortSummaryRole:
+        return summariesShown_ ? (QStringList(QString()) + summaryOf(element)).last() : QString();
     case Qt::AccessibleDescriptionRole:
         if (!session_->isBusy() && hasOwnErrors(element))
             return translated(kContext, "{}, has problems", {describe(element)});

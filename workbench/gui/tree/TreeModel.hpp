@@ -47,6 +47,8 @@ public:
 
     /// What is told of an element beside its name; empty where that is nothing, or switched off.
     static constexpr int kSummaryRole = Qt::UserRole + 1;
+    /// As the former, without what can be spared where there is little room.
+    static constexpr int kShortSummaryRole = Qt::UserRole + 2;
     void showSummaries(bool shown) { summariesShown_ = shown; }
 
     /// Shows elements as about to leave their places, from the next painting on.

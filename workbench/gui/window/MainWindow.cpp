@@ -49,7 +49,7 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
       form_(new FormPanel(session_, icons_, this)),
       table_(new TablePanel(session_, icons_, actions_, this)),
       problems_(new ProblemsPanel(session_, this)),
-      start_(new StartPage(actions_, commands_->addMenu(), this)),
+      start_(new StartPage(actions_, nameFirstSteps(plugins), commands_->addMenu(), this)),
       goToElement_(new GoToElement(session_, this)),
       busy_(new BusyPage(runner_, this)),
       files_(new ProjectFiles(session_, dialogs, *notices_, *this)),
@@ -66,6 +66,7 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
     connectParts();
     connectSession();
     restoreLayout();
+    openProblems(false);
     updateHistory();
     updateStart();
 }
@@ -76,6 +77,26 @@ MainWindow::~MainWindow() {
     delete commands_; // they follow the keyboard, which leaves the parts one by one
     // The parts look at the session as long as they live.
     delete takeCentralWidget();
+}
+
+// By the names that the plug-ins give them, as long as there is no choice: the text for adding an
+// element to an empty project is the result.
+QString MainWindow::nameFirstSteps(const core::PluginHost& plugins) {
+    if (auto kinds = core::importKinds(plugins); kinds.size() == 1) {
+        importKind_ = std::move(kinds.front());
+        actions_[Command::importFile].setText(
+            translated(kContext, "{}…", {withoutMnemonic(toQt(importKind_->label))}));
+    }
+    const skill::Element::Class* only = nullptr;
+    std::size_t count = 0;
+    for (const auto& skill : plugins.skills())
+        for (const auto& entry : skill.classes)
+            if (entry.topLevel) {
+                only = entry.elementClass;
+                ++count;
+            }
+    return count == 1 ? translated(kContext, "Add {}", {withoutMnemonic(toQt(only->displayName()))})
+                      : translated(kContext, "Add Element");
 }
 
 void MainWindow::buildWorkspace() {
@@ -127,6 +148,7 @@ void MainWindow::connectParts() {
     connect(&problems_->model(), &ProblemsModel::counted, this,
             [this](std::size_t total, const std::unordered_set<const model::Element*>& above) {
                 actions_[Command::nextProblem].setEnabled(total != 0);
+                openProblems(total != 0);
                 tree_->setTroubled(above);
             });
     connect(table_, &TablePanel::elementActivated, this,
@@ -219,6 +241,18 @@ void MainWindow::updateStart() {
     centre_->setCurrentWidget(empty ? static_cast<QWidget*>(start_) : tabs_);
     tree_->setVisible(!empty);
     problems_->setVisible(!empty);
+}
+
+// A list without a line has no need of its room, and gets it back.
+void MainWindow::openProblems(bool open) {
+    if (open == problems_->isOpen())
+        return;
+    const int before = down_->sizes().value(1);
+    problems_->setOpen(open);
+    if (!open && before > 0)
+        problemsHeight_ = before;
+    if (open)
+        down_->setSizes({down_->height() - problemsHeight_, problemsHeight_});
 }
 
 void MainWindow::openFiles(const QStringList& files) {
@@ -315,6 +349,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 void MainWindow::keepLayout() {
+    openProblems(true);
     settings::setLayout(windowPiece(), saveGeometry());
     settings::setLayout(acrossPiece(), across_->saveState());
     settings::setLayout(downPiece(), down_->saveState());

@@ -18,6 +18,8 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <optional>
+
 class QSplitter;
 class QStackedWidget;
 class QTabWidget;
@@ -52,6 +54,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    [[nodiscard]] QString nameFirstSteps(const core::PluginHost& plugins);
+    void openProblems(bool open);
     void buildWorkspace();
     void buildMenus();
     void buildToolBar();
@@ -77,6 +81,7 @@ private:
     void restoreLayout();
 
     Dialogs* dialogs_;
+    std::optional<core::ImportKind> importKind_; // where there is but one
     BusyRunner runner_;
     ClassIcons icons_;
     ProjectSession session_;
@@ -103,6 +108,7 @@ private:
     QStringList pendingFiles_;
     QPixmap snapshot_; // of what the busy page will stand in for
     QPointer<QWidget> focusBeforeBusy_;
+    int problemsHeight_ = 160; // when there are any
     bool closing_ = false;
 };
 

@@ -8,7 +8,6 @@
 
 #include <QActionGroup>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QTabWidget>
@@ -84,7 +83,7 @@ void MainWindow::buildMenus() {
 void MainWindow::fillRecentMenu(QMenu& menu) {
     menu.clear();
     for (const auto& file : settings::recentProjects()) {
-        auto* const action = menu.addAction(withoutMnemonic(QFileInfo(file).fileName()));
+        auto* const action = menu.addAction(withoutMnemonic(nameAndFolder(file)));
         action->setToolTip(withoutFormat(file));
         connect(action, &QAction::triggered, this,
                 [this, file] { session_.whenCommitted([this, file] { files_->open(file); }); });
@@ -147,7 +146,9 @@ void MainWindow::connectCommands() {
     on(Command::undo, [this] { session_.undo(); });
     on(Command::redo, [this] { session_.redo(); });
     on(Command::importFile, [this] {
-        const auto file = dialogs_->chooseFileToImport(this, translated(kContext, "Import"), {});
+        const auto file = dialogs_->chooseFileToImport(
+            this, importKind_ ? toQt(importKind_->label) : translated(kContext, "Import"),
+            importKind_ ? toQt(std::string_view(importKind_->extension)) : QString());
         if (!file.isEmpty())
             importer_->importFile(file, tree_->current());
     });
@@ -174,8 +175,8 @@ void MainWindow::offerCommands() {
                  actions_[Command::remove]);
     problems_->offer({&actions_[Command::nextProblem]});
     QList<QAction*> onRows;
-    for (const auto command :
-         {Command::changeSelected, Command::copyRows, Command::pasteCells, Command::fillDown})
+    for (const auto command : {Command::showForm, Command::changeSelected, Command::copyRows,
+                               Command::pasteCells, Command::fillDown})
         onRows += &actions_[command];
     table_->offer(onElements + onRows);
 }

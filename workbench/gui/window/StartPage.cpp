@@ -5,7 +5,6 @@
 #include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/session/Settings.hpp"
 
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
@@ -28,7 +27,8 @@ QLabel* faintLabel(const QString& text, QWidget* parent) {
 
 } // namespace
 
-StartPage::StartPage(const Actions& actions, QMenu& addMenu, QWidget* parent)
+StartPage::StartPage(const Actions& actions, const QString& addText, QMenu& addMenu,
+                     QWidget* parent)
     : QWidget(parent), recent_(new QVBoxLayout) {
     setObjectName(QStringLiteral("startPage"));
     auto* const picture = new QLabel(this);
@@ -38,17 +38,21 @@ StartPage::StartPage(const Actions& actions, QMenu& addMenu, QWidget* parent)
     auto* const hint = faintLabel(
         translated(kContext, "Add an element, open a project, or drop a file here."), this);
 
-    auto* const add = new QPushButton(icon("add"), translated(kContext, "Add Element"), this);
+    auto* const add = new QPushButton(icon("add"), addText, this);
     add->setObjectName(QStringLiteral("startAdd"));
     add->setMenu(&addMenu);
     auto& openAction = actions[Command::openProject];
     auto* const open =
         new QPushButton(openAction.icon(), translated(kContext, "Open Project…"), this);
     connect(open, &QPushButton::clicked, &openAction, &QAction::trigger);
+    auto& importAction = actions[Command::importFile];
+    auto* const import = new QPushButton(importAction.icon(), importAction.text(), this);
+    import->setObjectName(QStringLiteral("startImport"));
+    connect(import, &QPushButton::clicked, &importAction, &QAction::trigger);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(10);
-    buttons->addWidget(add);
-    buttons->addWidget(open);
+    for (auto* const button : {add, import, open})
+        buttons->addWidget(button);
     buttons->addStretch(1);
 
     auto* const column = new QVBoxLayout;
@@ -79,7 +83,7 @@ void StartPage::refresh() {
     if (!projects.isEmpty())
         recent_->addWidget(faintLabel(translated(kContext, "Recent projects"), this));
     for (const auto& file : projects.mid(0, kShownProjects)) {
-        auto* const link = new QPushButton(withoutMnemonic(QFileInfo(file).fileName()), this);
+        auto* const link = new QPushButton(withoutMnemonic(nameAndFolder(file)), this);
         link->setFlat(true);
         link->setToolTip(withoutFormat(file));
         link->setAccessibleDescription(file);

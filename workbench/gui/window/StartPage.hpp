@@ -14,8 +14,8 @@ class StartPage : public QWidget {
     Q_OBJECT
 
 public:
-    /// `addMenu` adds elements; it is shown at its button.
-    StartPage(const Actions& actions, QMenu& addMenu, QWidget* parent);
+    /// `addMenu` adds elements; it is shown at the button with `addText`.
+    StartPage(const Actions& actions, const QString& addText, QMenu& addMenu, QWidget* parent);
 
     /// Lists the recent projects anew.
     void refresh();

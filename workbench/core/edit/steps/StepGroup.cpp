@@ -11,6 +11,12 @@ constexpr std::size_t kTellEvery = 256;
 
 } // namespace
 
+void StepGroup::add(std::shared_ptr<Step> step) {
+    if (text().empty())
+        setText(step->text());
+    steps_.push_back(std::move(step));
+}
+
 bool StepGroup::perform(Workspace&) { return !steps_.empty(); }
 
 void StepGroup::undo(Workspace& workspace) {

@@ -10,10 +10,11 @@ namespace corvane::workbench::core {
 /// Steps that were performed one after the other, and are undone and redone together.
 class StepGroup final : public Step {
 public:
+    /// Without a text the group has that of its first step.
     explicit StepGroup(std::u16string text) : Step(std::move(text)) {}
 
     /// Takes a step that has just been performed.
-    void add(std::shared_ptr<Step> step) { steps_.push_back(std::move(step)); }
+    void add(std::shared_ptr<Step> step);
 
     /// The steps have been performed already; false where there are none.
     bool perform(Workspace& workspace) override;
