@@ -133,9 +133,10 @@ TEST_F(ArgumentsTest, ReachTheOptionsWithValues) {
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     const auto changed = [&](const std::string& project) {
         return done("Importing a.db into " + project +
-                    ", /PLC, would change: 4 added, 0 updated, 0 renamed, 0 unchanged.\n"
-                    "added    /PLC\nadded    /PLC/Default Command\n"
-                    "added    /PLC/Data\nadded    /PLC/Data/x\n");
+                        ", /PLC, would change: 4 added, 0 updated, 0 renamed, 0 unchanged.\n"
+                        "added    /PLC\nadded    /PLC/Default Command\n"
+                        "added    /PLC/Data\nadded    /PLC/Data/x\n",
+                    guessedNumber("a.db", "Data", 1));
     };
     auto texts = kTexts;
     texts.insert(texts.end(), kOptionLike.begin(), kOptionLike.end());

@@ -52,6 +52,12 @@ std::string dataBlock(std::string_view name, std::string_view declarations) {
            "\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n";
 }
 
+std::string guessedNumber(std::string_view file, std::string_view block, int number, int line) {
+    return "warning: " + std::string(file) + ":" + std::to_string(line) +
+           ":12: a block number is not in the file and was guessed: \u201C" + std::string(block) +
+           "\u201D got " + std::to_string(number) + "\n";
+}
+
 std::vector<std::string> listingOfProject(std::string project) {
     const decoder::Document decoded(std::move(project));
     auto elements = decoded.root().asObject().find("elements")->asArray();

@@ -10,6 +10,11 @@ namespace corvane::test {
 /// A data block with standard access whose body is `declarations`.
 [[nodiscard]] std::string dataBlock(std::string_view name, std::string_view declarations);
 
+/// What an import of `file` says of one data block without a number, the name of which is at the
+/// beginning of line `line`.
+[[nodiscard]] std::string guessedNumber(std::string_view file, std::string_view block, int number,
+                                        int line = 1);
+
 /// A line for each item of an import document, in its order: the data block, the path below it,
 /// the data type and the address, tabs between them.
 [[nodiscard]] std::vector<std::string> listingOf(std::string document);

@@ -26,7 +26,8 @@ TEST(ImportFailure, IsAnObjectForProgramsWhateverFailed) {
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     place.write("a.txt", "");
     place.write("Bad.json", "{}");
-    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+    static_cast<void>(
+        place.printed({"import", "a.db", "--project", "P.json"}, guessedNumber("a.db", "Data", 1)));
     const std::vector<std::vector<std::string>> failing{
         {"import", "a.txt"},
         {"import", "a.db", "--project", "Bad.json"},

@@ -39,8 +39,9 @@ std::string onlyShown(std::string_view file) {
 TEST(Import, ShowsTheTreeWithTypesAndEffectiveAddresses) {
     const Sandbox place;
     copyMotorSource(place);
-    EXPECT_EQ(place.run({"import", "motor.db"}), done(onlyShown("motor.db") +
-                                                      R"(  Data Block  Data Item  Structure  Bytes
+    EXPECT_EQ(place.run({"import", "motor.db"}),
+              done(onlyShown("motor.db") +
+                       R"(  Data Block  Data Item  Structure  Bytes
   Motor_Data          8          1     46
   1 in all            8          1     46
 
@@ -56,7 +57,8 @@ PLC  PLC  Rack number 0  Slot number 0
     Temps[3]  Data  Real    DB1.DB38
     Axis      Struct
       Pos  Data  DInt  DB1.DB42
-)"));
+)",
+                   guessedNumber("motor.db", "Motor_Data", 1)));
     EXPECT_EQ(place.files(), std::vector<std::string>{"motor.db"});
 }
 
@@ -64,7 +66,8 @@ TEST(Import, NamesAVariableThatHasNoName) {
     const Sandbox place;
     place.write("a.db",
                 dataBlock("Data", "\"\" : Bool; x : Int; s : Struct \"\" : Real; END_STRUCT;"));
-    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+    static_cast<void>(
+        place.printed({"import", "a.db", "--project", "P.json"}, guessedNumber("a.db", "Data", 1)));
     EXPECT_EQ(place.printed({"show", "P.json", "/PLC/Data"}), R"(Data  DB  DB number 1
   Unnamed  Data  Bool  DB1.DB0.0
   x        Data  Int   DB1.DB2
@@ -84,24 +87,32 @@ TEST(Import, PrintsTheDocument) {
     EXPECT_EQ(place.run({"import", "motor.db", "--document"}),
               done(R"([{"@Skill.S7.Command":{"name":"Default Command"}},)"
                    R"({"@Skill.S7.DataBlock":{"name":"Motor_Data","DBNumber":1,"children":[)" +
-                   item("Speed", R"("Int","address":"DB0)", true) + "," +
-                   item("Running", R"("Bool","address":"DB2.0)", false) + "," +
-                   item("Name", R"("String","stringSize":20,"address":"DB4)", true) + "," +
-                   item("Temps[0]", R"("Real","address":"DB26)", true) + "," +
-                   item("Temps[1]", R"("Real","address":"DB30)", true) + "," +
-                   item("Temps[2]", R"("Real","address":"DB34)", true) + "," +
-                   item("Temps[3]", R"("Real","address":"DB38)", true) + "," +
-                   R"({"@Skill.S7.Struct":{"name":"Axis","children":[)" +
-                   item("Pos", R"("DInt","address":"DB42)", true) + "]}}]}}]\n"));
+                       item("Speed", R"("Int","address":"DB0)", true) + "," +
+                       item("Running", R"("Bool","address":"DB2.0)", false) + "," +
+                       item("Name", R"("String","stringSize":20,"address":"DB4)", true) + "," +
+                       item("Temps[0]", R"("Real","address":"DB26)", true) + "," +
+                       item("Temps[1]", R"("Real","address":"DB30)", true) + "," +
+                       item("Temps[2]", R"("Real","address":"DB34)", true) + "," +
+                       item("Temps[3]", R"("Real","address":"DB38)", true) + "," +
+                       R"({"@Skill.S7.Struct":{"name":"Axis","children":[)" +
+                       item("Pos", R"("DInt","address":"DB42)", true) + "]}}]}}]\n",
+                   guessedNumber("motor.db", "Motor_Data", 1)));
 }
 
 TEST(Import, LaysVariablesOutAsThePlcDoes) {
     const Sandbox place;
     place.write("mixed.db", kMixedSource);
-    const auto document = place.printed({"import", "mixed.db", "--document"});
+    const auto warnings =
+        "warning: mixed.db:17:7: Data: “h” is hidden (ExternalAccessible is False) "
+        "and takes no memory in the import: from “z” on, the addresses are not "
+        "those in the PLC\n" +
+        guessedNumber("mixed.db", "Data", 1) +
+        "warning: mixed.db:16:7: a variable gave no item, since items do not "
+        "have its type: 1 DTL\n";
+    const auto document = place.printed({"import", "mixed.db", "--document"}, warnings);
     EXPECT_EQ(listingOf(document), kMixedListing);
 
-    const auto shown = place.printed({"import", "mixed.db"});
+    const auto shown = place.printed({"import", "mixed.db"}, warnings);
     for (const std::string_view line :
          {"    s     Data  String   DB1.DB10  String size 10\n", "    st    Struct\n",
           "      x  Data  Bool  DB1.DB24.0\n",
@@ -116,9 +127,10 @@ TEST(Import, SaysThatNamesAreNotUtf8) {
                             "STRUCT\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
     const Result result = place.run({"import", "latin.db", "--document"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.err, "warning: Beh\u00E4lter: names that are not UTF-8 were read as "
-                          "Windows-1252: 1 in this data block, the first is "
-                          "\u201CBeh\u00E4lter\u201D\n");
+    EXPECT_EQ(result.err, guessedNumber("latin.db", "Beh\u00E4lter", 1) +
+                              "warning: Beh\u00E4lter: names that are not UTF-8 were read as "
+                              "Windows-1252: 1 in this data block, the first is "
+                              "\u201CBeh\u00E4lter\u201D\n");
     EXPECT_NE(result.out.find("{\"name\":\"Beh\u00E4lter\",\"DBNumber\":1,"), std::string::npos);
 }
 
@@ -131,7 +143,8 @@ TEST(Import, CreatesAProject) {
   Data Block  Data Item  Structure  Bytes
   Data                2          1      4
   1 in all            2          1      4
-)"));
+)",
+                   guessedNumber("a.db", "Data", 1)));
     EXPECT_EQ(place.read("P.json"), R"({"corvane": 1, "elements": [
   {"@Skill.S7.PLC": {"name": "PLC", "address": "missing", "rack": 0, "slot": 0, "children": [
     {"@Skill.S7.Command": {"name": "Default Command"}},
@@ -150,12 +163,14 @@ TEST(Import, CreatesAProject) {
 TEST(Import, OfAFileWithoutDataBlocks) {
     const Sandbox place;
     place.write("empty.DB", "\xef\xbb\xbf  // nothing here\n");
+    constexpr std::string_view kWarning = "warning: the file brought no data block\n";
     EXPECT_EQ(place.run({"import", "empty.DB", "--document"}),
-              done("[{\"@Skill.S7.Command\":{\"name\":\"Default Command\"}}]\n"));
+              done("[{\"@Skill.S7.Command\":{\"name\":\"Default Command\"}}]\n", kWarning));
     EXPECT_EQ(place.run({"import", "empty.DB"}),
               done(onlyShown("empty.DB") + "Nothing to import was found in the file.\n\n"
                                            "PLC  PLC  Rack number 0  Slot number 0\n"
-                                           "  Default Command  Command\n"));
+                                           "  Default Command  Command\n",
+                   kWarning));
 }
 
 TEST(Import, IntoOneOfSeveral) {
@@ -168,7 +183,8 @@ TEST(Import, IntoOneOfSeveral) {
     EXPECT_EQ(place.read("P.json"), kTwoPlcs);
 
     const auto report =
-        place.printed({"import", "a.db", "--project", "P.json", "--at", "/South~1East"});
+        place.printed({"import", "a.db", "--project", "P.json", "--at", "/South~1East"},
+                      guessedNumber("a.db", "Data", 1));
     EXPECT_TRUE(report.starts_with(
         "Imported a.db into P.json, /South~1East: 3 elements added, 0 updated.\n\n"))
         << report;
@@ -206,9 +222,10 @@ TEST(Import, TheDocumentForAProjectRefersToIt) {
     };
     EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--document"}),
               done(R"([{"@Skill.S7.DataBlock":{"name":"DB7","DBNumber":7,"children":[)" +
-                   item("x", R"("Bool","address":"DB0.0)") +
-                   R"(]}},{"@Skill.S7.DataBlock":{"name":"Data","DBNumber":8,"children":[)" +
-                   item("y", R"("Int","address":"DB0)") + "]}}]\n"));
+                       item("x", R"("Bool","address":"DB0.0)") +
+                       R"(]}},{"@Skill.S7.DataBlock":{"name":"Data","DBNumber":8,"children":[)" +
+                       item("y", R"("Int","address":"DB0)") + "]}}]\n",
+                   guessedNumber("a.db", "Data", 8, 8)));
     EXPECT_EQ(place.read("P.json"), project);
     EXPECT_EQ(place.run({"import", "a.db", "--project", "New.json", "--document"}).exitCode, 0);
     EXPECT_FALSE(place.has("New.json"));
@@ -217,7 +234,8 @@ TEST(Import, TheDocumentForAProjectRefersToIt) {
 TEST(Import, WhatFailsSaysSoInThePlugInsOwnWordsAndChangesNothing) {
     const Sandbox place;
     place.write("good.db", dataBlock("Data", "x : Bool;"));
-    static_cast<void>(place.printed({"import", "good.db", "--project", "P.json"}));
+    static_cast<void>(place.printed({"import", "good.db", "--project", "P.json"},
+                                    guessedNumber("good.db", "Data", 1)));
     const auto before = place.read("P.json");
     const std::vector<std::pair<std::string, std::string>> sources{
         {"DATA_BLOCK x", "Empty keyword not allowed"},
@@ -276,7 +294,8 @@ TEST(Import, WhereItCannot) {
     const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     place.write("a.txt", "");
-    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+    static_cast<void>(
+        place.printed({"import", "a.db", "--project", "P.json"}, guessedNumber("a.db", "Data", 1)));
     EXPECT_EQ(place.run({"import", "a.txt"}), failed("no loaded plug-in imports “.txt” files"));
     place.write("a", "");
     EXPECT_EQ(place.run({"import", "a"}), failed("no loaded plug-in imports “” files"));

@@ -159,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(
                         item("x", "Int", "DB0"), item("z", "Int", "DB4")}) +
                      block("Other", 9, {item("o", "Int", "DB0")}) +
                      block("New", 10, {item("n", "Byte", "DB0")}),
-                 4, 0, 0, ""},
+                 4, 0, 0, guessedNumber("a.db", "New", 10, 8)},
         Reimport{"structuresAreKnownByName",
                  block("Data", 5,
                        {structure("st", {item("a", "Int", "DB0", "Fast")}),
@@ -179,7 +179,7 @@ INSTANTIATE_TEST_SUITE_P(
                  dataBlock("Theirs", "x : Int;"),
                  block("Mine", 5, {item("x", "Int", "DB0", "Fast")}) +
                      block("Theirs", 6, {item("x", "Int", "DB0")}),
-                 2, 0, 0, ""},
+                 2, 0, 0, guessedNumber("a.db", "Theirs", 6)},
         Reimport{"namesThatStateANumberAreExchanged",
                  block("DB1", 2, {item("two", "Int", "DB0", "Fast")}) +
                      block("DB2", 1, {item("one", "Int", "DB0")}),
@@ -239,7 +239,8 @@ TEST(ReimportOfCommands, TheDefaultIsTheLastOneOfThatNameOrElseTheFirst) {
                                   "children": [)" +
                                   commands + "]}}]}");
         place.write("a.db", dataBlock("Data", "x : Int;"));
-        static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+        static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"},
+                                        guessedNumber("a.db", "Data", 1)));
         EXPECT_NE(place.read("P.json").find(item("x", "Int", "DB0", chosen)), std::string::npos);
     }
 }
@@ -253,7 +254,8 @@ TEST(ReimportOfCommands, OneThatIsMissingIsMade) {
                                 "command": "/PLC/Default Command"}}]}}]})");
     place.write("a.db", dataBlock("Data", "x : Int;"));
     EXPECT_EQ(place.run({"check", "P.json"}).exitCode, 1);
-    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+    static_cast<void>(
+        place.printed({"import", "a.db", "--project", "P.json"}, guessedNumber("a.db", "Data", 1)));
     EXPECT_EQ(place.run({"check", "P.json"}), done("No problems found.\n"));
 }
 

@@ -161,7 +161,9 @@ std::ostream& operator<<(std::ostream& stream, const Result& result) {
                   << result.err << "---";
 }
 
-Result done(std::string_view out) { return {.exitCode = 0, .out = std::string(out), .err = {}}; }
+Result done(std::string_view out, std::string_view err) {
+    return {.exitCode = 0, .out = std::string(out), .err = std::string(err)};
+}
 
 Result failed(std::string_view message) {
     return {.exitCode = 1, .out = {}, .err = "corvane: " + std::string(message) + "\n"};
@@ -216,10 +218,11 @@ Result Sandbox::runOnTerminal(const std::vector<std::string>& arguments,
     return {.exitCode = exitCode, .out = out.text(), .err = err.text()};
 }
 
-std::string Sandbox::printed(const std::vector<std::string>& arguments) const {
+std::string Sandbox::printed(const std::vector<std::string>& arguments,
+                             std::string_view err) const {
     auto result = run(arguments);
     EXPECT_EQ(result.exitCode, 0) << result;
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, err);
     return std::move(result.out);
 }
 

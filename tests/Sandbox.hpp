@@ -24,8 +24,8 @@ struct Result {
     friend std::ostream& operator<<(std::ostream& stream, const Result& result);
 };
 
-/// A run that did its job: `out` on standard output, and nothing on standard error.
-[[nodiscard]] Result done(std::string_view out = {});
+/// A run that did its job: `out` on standard output, and nothing on standard error but `err`.
+[[nodiscard]] Result done(std::string_view out = {}, std::string_view err = {});
 
 /// A run that failed without a word on standard output. `message` is a line on standard error,
 /// behind the program's name.
@@ -68,8 +68,10 @@ public:
     [[nodiscard]] Result runOnTerminal(const std::vector<std::string>& arguments,
                                        const Surroundings& surroundings = {}) const;
 
-    /// Runs and expects success; returns what was printed.
-    [[nodiscard]] std::string printed(const std::vector<std::string>& arguments) const;
+    /// Runs and expects success, with nothing on standard error but `err`; returns what was
+    /// printed.
+    [[nodiscard]] std::string printed(const std::vector<std::string>& arguments,
+                                      std::string_view err = {}) const;
 
 private:
     int spawn(const std::vector<std::string>& arguments, const std::vector<std::string>& variables,

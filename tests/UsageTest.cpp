@@ -113,7 +113,7 @@ TEST(Usage, AnOptionBeforeAnArgumentLeavesTheArgumentAlone) {
 TEST(Usage, AMissingReaderOfTheOutputIsAFailure) {
     const Sandbox place;
     place.write("P.json", R"({"corvane": 1, "elements": []})");
-    place.write("a.db", "");
+    place.write("a.db", dataBlock("DB1", ""));
     const std::vector<std::vector<std::string>> jobs{
         {"check", "P.json"},          {"check", "P.json", "--json"},
         {"show", "P.json", "--json"}, {"plugins"},
@@ -127,7 +127,7 @@ TEST(Usage, AMissingReaderOfTheOutputIsAFailure) {
 // The exit code says that the job failed, and the project is saved all the same.
 TEST(Usage, AMissingReaderOfTheOutputIsToldApartFromAProjectThatWasNotSaved) {
     const Sandbox place;
-    place.write("a.db", dataBlock("Data", "x : Bool;"));
+    place.write("a.db", dataBlock("DB1", "x : Bool;"));
     const std::vector<std::vector<std::string>> jobs{{"import", "a.db", "--project", "P.json"},
                                                      {"add", "P.json", "/", "PLC", "Other"}};
     for (const auto& arguments : jobs) {
@@ -137,7 +137,7 @@ TEST(Usage, AMissingReaderOfTheOutputIsToldApartFromAProjectThatWasNotSaved) {
     }
     const auto tree = place.printed({"show", "P.json"});
     EXPECT_NE(tree.find("Other"), std::string::npos);
-    EXPECT_NE(tree.find("Data"), std::string::npos);
+    EXPECT_NE(tree.find("DB1"), std::string::npos);
 }
 
 } // namespace corvane::test

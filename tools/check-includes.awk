@@ -53,6 +53,7 @@ BEGIN {
     knows["plugins/s7/dbimport/parser"] = "facts reader"
     knows["plugins/s7/dbimport/context"] = "facts"
     knows["plugins/s7/dbimport/tree"] = "facts reader parser context"
+    knows["plugins/s7/dbimport/warnings"] = "facts reader diagnosis parser tree"
 
     knows["workbench/core/files"] = "-"
     knows["workbench/core/plugins"] = "-"

@@ -1,3 +1,4 @@
+#include "DbSource.hpp"
 #include "Sandbox.hpp"
 
 #include <gtest/gtest.h>
@@ -197,7 +198,8 @@ TEST_F(EditingTest, TellsWhatAnImportWouldChange) {
                                              "added    /PLC\n"
                                              "added    /PLC/Default Command\n"
                                              "added    /PLC/b\n"
-                                             "added    /PLC/b/speed\n"));
+                                             "added    /PLC/b/speed\n",
+                                      guessedNumber("x.db", "b", 1)));
     EXPECT_FALSE(place.has("N.json"));
 
     EXPECT_EQ(place.run({"import", "x.db", "--project", "N.json"}).exitCode, 0);
@@ -205,7 +207,8 @@ TEST_F(EditingTest, TellsWhatAnImportWouldChange) {
     const auto before = place.read("N.json");
     EXPECT_EQ(place.run(dryRun), done(head + "2 added, 0 updated, 0 renamed, 0 unchanged.\n"
                                              "added    /PLC/b\n"
-                                             "added    /PLC/b/speed\n"));
+                                             "added    /PLC/b/speed\n",
+                                      guessedNumber("x.db", "b", 2)));
     EXPECT_EQ(place.run({"rename", "N.json", "/PLC/old", "b"}), done());
     write("  speed : Word;\n  level : Real;\n");
     EXPECT_EQ(place.run(dryRun), done(head + "1 added, 1 updated, 0 renamed, 1 unchanged.\n"

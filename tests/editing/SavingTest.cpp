@@ -59,7 +59,8 @@ TEST(Saving, ToAFolderThatDoesNotExist) {
 TEST(Saving, KeepsLinksAndPermissions) {
     const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
-    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+    static_cast<void>(
+        place.printed({"import", "a.db", "--project", "P.json"}, guessedNumber("a.db", "Data", 1)));
     constexpr auto kPermissions = fs::perms::owner_read | fs::perms::owner_write;
     fs::permissions(place.folder() / "P.json", kPermissions);
     fs::create_symlink("P.json", place.folder() / "link.json");
@@ -78,7 +79,8 @@ TEST(Saving, FollowsALinkWhoseFileIsNotThereYet) {
     place.write("a.db", dataBlock("Data", "x : Bool;"));
     fs::create_directory(place.folder() / "plant");
     fs::create_symlink("plant/P.json", place.folder() / "link.json");
-    static_cast<void>(place.printed({"import", "a.db", "--project", "link.json"}));
+    static_cast<void>(place.printed({"import", "a.db", "--project", "link.json"},
+                                    guessedNumber("a.db", "Data", 1)));
     EXPECT_TRUE(fs::is_symlink(place.folder() / "link.json"));
     EXPECT_NE(place.read("plant/P.json").find("\"x\""), std::string::npos);
 }
@@ -88,7 +90,8 @@ TEST(Saving, FollowsALinkWhoseFileIsNotThereYet) {
 TEST(Saving, RefusesToOverwriteWhatSomebodyElseSaved) {
     const Sandbox place;
     place.write("a.db", dataBlock("Data", "x : Bool;"));
-    static_cast<void>(place.printed({"import", "a.db", "--project", "P.json"}));
+    static_cast<void>(
+        place.printed({"import", "a.db", "--project", "P.json"}, guessedNumber("a.db", "Data", 1)));
     const auto slow = place.folder() / "slow.db";
     ASSERT_EQ(::mkfifo(slow.c_str(), 0600), 0);
 

@@ -8,6 +8,8 @@
 #include "dbimport/diagnosis/SourcePlace.hpp"
 #include "dbimport/facts/Messages.hpp"
 #include "dbimport/reader/StreamWrapper.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
+#include "dbimport/warnings/ImportWarnings.hpp"
 #include "elements/Plc.hpp"
 
 #include <corvane/utils/string/Utf.hpp>
@@ -92,9 +94,12 @@ ImportResult importDataBlocks(const Plc& plc, const std::filesystem::path& fileP
 ui::ImportedDocument makeImportDocument(const Plc& plc, utils::io::InputStream& stream,
                                         const ImportLimits& limits) {
     const ImportContext context = gatherImportContext(plc);
-    std::vector<DataBlockRecord> records = readDataBlocks(stream, context, limits);
-    numberDataBlocks(records, context);
-    return writeDataBlocks(std::move(records), context, limits);
+    ImportFindings findings;
+    std::vector<DataBlockRecord> records = readDataBlocks(stream, context, limits, findings);
+    numberDataBlocks(records, context, findings);
+    ui::ImportedDocument document = writeDataBlocks(std::move(records), context, limits, findings);
+    document.warnings = warningsOf(findings, stream);
+    return document;
 }
 
 ImportResult importResult(const std::filesystem::path& filePath,

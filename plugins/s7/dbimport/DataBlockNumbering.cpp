@@ -4,6 +4,7 @@
 #include "dbimport/DataBlockReading.hpp"
 #include "dbimport/context/ImportContext.hpp"
 #include "dbimport/parser/Decimal.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
 
 #include <corvane/utils/string/Ascii.hpp>
 
@@ -24,18 +25,30 @@ std::string_view numberInName(std::string_view name) {
                                                                           : std::string_view();
 }
 
+// What does not fit wraps.
+void setNumber(DataBlockRecord& record, std::uint64_t number, ImportFindings& findings) {
+    record.dbNumber = static_cast<std::uint16_t>(number);
+    if (*record.dbNumber != number)
+        findings.wrapped.add({record.name, record.place, *record.dbNumber});
+}
+
 } // namespace
 
-void numberDataBlocks(std::vector<DataBlockRecord>& records, const ImportContext& context) {
+void numberDataBlocks(std::vector<DataBlockRecord>& records, const ImportContext& context,
+                      ImportFindings& findings) {
     std::uint16_t highest = context.maxExistingDbNumber();
     for (DataBlockRecord& record : records) {
         if (const std::string_view digits = numberInName(record.name); !digits.empty())
-            record.dbNumber = static_cast<std::uint16_t>(readDecimal(digits, record.place));
+            setNumber(record, static_cast<std::uint64_t>(readDecimal(digits, record.place)),
+                      findings); // digits alone are never negative
         highest = std::max(highest, record.dbNumber.value_or(0));
     }
+    std::uint64_t next = highest;
     for (DataBlockRecord& record : records)
-        if (!record.dbNumber)
-            record.dbNumber = ++highest;
+        if (!record.dbNumber) {
+            setNumber(record, ++next, findings);
+            findings.guessed.add({record.name, record.place, *record.dbNumber});
+        }
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -7,6 +7,7 @@
 #include "dbimport/reader/DbFileReader.hpp"
 #include "dbimport/tree/NodeFactory.hpp"
 #include "dbimport/tree/StructNode.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
 
 #include <string_view>
 #include <unordered_set>
@@ -19,8 +20,10 @@ namespace {
 /// What one file's data blocks have in common while they are read.
 class DbFile {
 public:
-    DbFile(utils::io::InputStream& stream, const ImportContext& context, const ImportLimits& limits)
+    DbFile(utils::io::InputStream& stream, const ImportContext& context, const ImportLimits& limits,
+           ImportFindings& findings)
         : context_(&context),
+          findings_(&findings),
           reader_(stream),
           parser_(reader_),
           factory_(parser_, context, limits, *memory_, foreignNames_) {}
@@ -44,6 +47,8 @@ private:
             failAtEnd();
         if (parser_.state() == DbFileParser::State::structRead)
             readBody(name);
+        else
+            findings_->withoutBody.add({.name = name, .place = parser_.namePlace()});
         if (parser_.state() != DbFileParser::State::endRead)
             readAssignments();
     }
@@ -63,10 +68,10 @@ private:
         auto body = memory_->make<StructNode>(kept, root->access(), true);
         factory_.readStructure(*body, true);
         root->addChild(std::move(body));
+        findings_->addForeignNames(name, foreignNames_);
         records_.push_back({.name = name,
                             .dbNumber = existingNumber(name),
                             .root = {memory_, std::move(root)},
-                            .foreignNames = std::move(foreignNames_),
                             .place = place});
     }
 
@@ -86,6 +91,7 @@ private:
     }
 
     const ImportContext* context_;
+    ImportFindings* findings_;
     std::shared_ptr<TreeMemory> memory_ = std::make_shared<TreeMemory>();
     DbFileReader reader_;
     DbFileParser parser_;
@@ -100,8 +106,8 @@ private:
 
 std::vector<DataBlockRecord> readDataBlocks(utils::io::InputStream& stream,
                                             const ImportContext& context,
-                                            const ImportLimits& limits) {
-    return DbFile(stream, context, limits).read();
+                                            const ImportLimits& limits, ImportFindings& findings) {
+    return DbFile(stream, context, limits, findings).read();
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

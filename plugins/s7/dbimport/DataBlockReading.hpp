@@ -1,6 +1,5 @@
 #pragma once
 
-#include "dbimport/facts/ForeignNames.hpp"
 #include "dbimport/facts/ImportLimits.hpp"
 #include "dbimport/tree/RootNode.hpp"
 #include "dbimport/tree/TreeMemory.hpp"
@@ -18,6 +17,7 @@
 namespace corvane::workbench::plugins::s7Driver {
 
 class ImportContext;
+struct ImportFindings;
 
 /// Owns the tree of one data block, together with a share in the memory that it stands in.
 class DeclarationTree {
@@ -53,17 +53,18 @@ struct DataBlockRecord {
     std::string name;
     std::optional<std::uint16_t> dbNumber; ///< empty until it is known
     DeclarationTree root;
-    ForeignNames foreignNames; ///< the block's own and its members'
-    std::uint64_t place = 0;   ///< where its name begins in the file, in bytes from 0
+    std::uint64_t place = 0; ///< where its name begins in the file, in bytes from 0
 };
 
 /// Reads a .db file: its data blocks in the order of the file, without those that have no body. A
 /// block that the PLC has already brings its number along. The trees keep pointing at the context.
+/// Blocks without a body, and names that are not UTF-8, are noted in `findings`.
 ///
 /// Throws std::runtime_error with a message of the importer, the standard conversion errors, or
 /// what the stream throws.
 [[nodiscard]] std::vector<DataBlockRecord> readDataBlocks(utils::io::InputStream& stream,
                                                           const ImportContext& context,
-                                                          const ImportLimits& limits);
+                                                          const ImportLimits& limits,
+                                                          ImportFindings& findings);
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -6,19 +6,15 @@
 #include "dbimport/facts/Messages.hpp"
 #include "dbimport/tree/ElementPath.hpp"
 #include "dbimport/tree/MemoryPosition.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
 #include "elements/DocumentKeys.hpp"
-#include "elements/Plc.hpp"
 
 #include <corvane/utils/json/Encoder.hpp>
-#include <corvane/utils/string/Utf.hpp>
 #include <corvane/workbench/config/DocumentKeys.hpp>
-#include <corvane/workbench/i18n/Translate.hpp>
-#include <corvane/workbench/model/ElementReference.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -34,7 +30,8 @@ void writeDefaultCommand(encoder::Array& document) {
 }
 
 std::uint64_t writeDataBlock(encoder::Array& document, const DataBlockRecord& record,
-                             const ImportContext& context, ElementBudget& budget) {
+                             const ImportContext& context, ElementBudget& budget,
+                             ImportFindings& findings) {
     auto entry = document.addObject();
     auto block = entry.addObject(documentKeys::kDataBlock);
     block.addStringView(config::kNameKey, record.name);
@@ -43,6 +40,8 @@ std::uint64_t writeDataBlock(encoder::Array& document, const DataBlockRecord& re
     MemoryPosition position;
     ElementPath path(record.name, context.hasItemsBelow(record.name), budget);
     record.root->writeElements(children, position, path);
+    findings.addLayout({.name = record.name, .place = record.place}, *record.root, path.notes(),
+                       position.byteOffset);
     return position.byteOffset;
 }
 
@@ -58,31 +57,12 @@ void reserveDocument(StringOutputStream& text, const std::vector<DataBlockRecord
         text.reserveRoom(static_cast<std::size_t>(size));
 }
 
-ui::ImportWarning foreignNamesWarning(const DataBlockRecord& record) {
-    using utils::string::detail::utf8ToUtf16;
-    constexpr std::string_view kFormat =
-        "names that are not UTF-8 were read as Windows-1252: {} in "
-        "this data block, the first is \u201C{}\u201D";
-    return {.text = i18n::fill(i18n::translate(Plc::kTextContext, kFormat),
-                               {utf8ToUtf16(std::to_string(record.foreignNames.count())),
-                                utf8ToUtf16(record.foreignNames.first())}),
-            .element = model::escapeName(record.name)};
-}
-
-std::vector<ui::ImportWarning> warningsOf(const std::vector<DataBlockRecord>& records) {
-    std::vector<ui::ImportWarning> warnings;
-    for (const DataBlockRecord& record : records)
-        if (record.foreignNames.count() != 0)
-            warnings.push_back(foreignNamesWarning(record));
-    return warnings;
-}
-
 // Trees are destroyed as soon as they are written: the document grows while they go. `place` is
 // that of the block being written.
 std::vector<ui::MemoryUse> writeDocument(utils::io::OutputStream& stream,
                                          std::vector<DataBlockRecord> records,
                                          const ImportContext& context, const ImportLimits& limits,
-                                         std::uint64_t& place) {
+                                         ImportFindings& findings, std::uint64_t& place) {
     std::vector<ui::MemoryUse> memory;
     memory.reserve(records.size());
     ElementBudget budget(limits.elements);
@@ -92,7 +72,7 @@ std::vector<ui::MemoryUse> writeDocument(utils::io::OutputStream& stream,
         writeDefaultCommand(entries);
     for (DataBlockRecord& record : records) {
         place = record.place;
-        const std::uint64_t bytes = writeDataBlock(entries, record, context, budget);
+        const std::uint64_t bytes = writeDataBlock(entries, record, context, budget, findings);
         record.root.reset();
         memory.push_back({std::move(record.name), bytes});
     }
@@ -102,14 +82,15 @@ std::vector<ui::MemoryUse> writeDocument(utils::io::OutputStream& stream,
 } // namespace
 
 ui::ImportedDocument writeDataBlocks(std::vector<DataBlockRecord> records,
-                                     const ImportContext& context, const ImportLimits& limits) {
-    auto warnings = warningsOf(records);
+                                     const ImportContext& context, const ImportLimits& limits,
+                                     ImportFindings& findings) {
+    findings.imported = records.size();
     StringOutputStream text(limits.documentBytes);
     reserveDocument(text, records, limits);
     std::uint64_t place = 0;
     try {
-        auto memory = writeDocument(text, std::move(records), context, limits, place);
-        return {text.take(), std::move(memory), std::move(warnings)};
+        auto memory = writeDocument(text, std::move(records), context, limits, findings, place);
+        return {.text = text.take(), .memory = std::move(memory), .warnings = {}};
     } catch (const utils::io::TextTooLongError&) {
         failAt(place, Message::documentTooLarge, std::to_string(limits.documentBytes));
     } catch (Fault& fault) {

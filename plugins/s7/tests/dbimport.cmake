@@ -16,6 +16,7 @@ corvane_test(s7_dbimport_test
         dbimport/ImportLimitsTest.cpp
         dbimport/ImportMessagesTest.cpp
         dbimport/ImportPlacesTest.cpp
+        dbimport/ImportWarningsTest.cpp
         dbimport/ItemTextTest.cpp
         dbimport/LayoutTest.cpp
         dbimport/PlainDeclarationTest.cpp

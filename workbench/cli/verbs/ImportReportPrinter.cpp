@@ -123,6 +123,11 @@ void writeMemory(encoder::Object& object, const MergedImport& import) {
 
 } // namespace
 
+void printFileWarnings(const std::filesystem::path& file, const ui::ImportedDocument& document) {
+    for (const auto& warning : document.warnings)
+        printMessage("warning: " + narrow(core::textOf(warning, file.string())));
+}
+
 void printMergeWarnings(const MergedImport& import) {
     for (const auto& warning : import.warnings())
         printMessage(("warning: " + narrow(core::textOf(warning))).append(adviceOn(warning)));

@@ -31,6 +31,10 @@ struct MergedImport {
     }
 };
 
+/// Prints a line to standard error for each warning that the plug-in has of a file. A failure must
+/// be alone on the first line there: so not before the import is done.
+void printFileWarnings(const std::filesystem::path& file, const ui::ImportedDocument& document);
+
 /// Prints a line to standard error for each warning that the merging gave rise to.
 void printMergeWarnings(const MergedImport& import);
 

@@ -64,12 +64,6 @@ model::Element& onlyTarget(core::Project& project, const ImportRequest& request,
     throw std::runtime_error(message);
 }
 
-/// What a plug-in has to say of a file that it could import: one line for each warning.
-void printWarnings(const ui::ImportedDocument& document) {
-    for (const auto& warning : document.warnings)
-        printMessage("warning: " + narrow(core::textOf(warning)));
-}
-
 /// Presses the button.
 std::expected<ui::ImportedDocument, ui::ImportFailure>
 documentOf(const ImportRequest& request, model::Element& target, const std::string& extension) {
@@ -77,10 +71,7 @@ documentOf(const ImportRequest& request, model::Element& target, const std::stri
     auto* const button = form.importButton(extension);
     if (button == nullptr)
         refuseFile(request.file, target.path() + " does not import “" + extension + "” files");
-    auto document = button->press(request.file);
-    if (document)
-        printWarnings(*document);
-    return document;
+    return button->press(request.file);
 }
 
 core::Project openFor(const ImportRequest& request, const Session& session) {
@@ -151,6 +142,7 @@ ExitCode import(const ImportRequest& request, Session& session) {
                 stream.write(document->text);
                 stream.put('\n');
             });
+            printFileWarnings(request.file, *document);
             return kDone;
         }
         core::StagedImport staged(project, target, std::exchange(document->text, {}));
@@ -162,6 +154,7 @@ ExitCode import(const ImportRequest& request, Session& session) {
                 session.save(project, *request.project);
         }
     }
+    printFileWarnings(request.file, merged.document);
     printMergeWarnings(merged);
     if (request.json) {
         writeImport(session.output(), merged);

@@ -5,6 +5,7 @@
 #include <corvane/workbench/i18n/Translate.hpp>
 
 #include <initializer_list>
+#include <string>
 #include <string_view>
 
 namespace corvane::workbench::core {
@@ -75,8 +76,16 @@ std::vector<MergeWarning> mergeWarnings(const ImportChanges& changes) {
     return warnings;
 }
 
-std::u16string textOf(const ui::ImportWarning& warning) {
-    return textOf(warning.element, warning.text);
+std::u16string textOf(const ui::ImportWarning& warning, std::string_view file) {
+    std::string place;
+    if (warning.line && warning.column)
+        place.append(file)
+            .append(1, ':')
+            .append(std::to_string(*warning.line))
+            .append(1, ':')
+            .append(std::to_string(*warning.column))
+            .append(": ");
+    return utf8ToUtf16(place) + textOf(warning.element, warning.text);
 }
 
 std::u16string textOf(const MergeWarning& warning) { return textOf(warning.element, warning.text); }

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace corvane::workbench::core {
@@ -27,8 +28,9 @@ struct MergeWarning {
 /// The warnings of an import that was merged, at most one of each kind.
 [[nodiscard]] std::vector<MergeWarning> mergeWarnings(const ImportChanges& changes);
 
-/// A warning as a user reads it: the element concerned, if there is one, and the text.
-[[nodiscard]] std::u16string textOf(const ui::ImportWarning& warning);
+/// A warning of the import of a file as a user reads it: where in the file, which is called `file`
+/// there, and the element concerned, each if there is one, and the text.
+[[nodiscard]] std::u16string textOf(const ui::ImportWarning& warning, std::string_view file);
 [[nodiscard]] std::u16string textOf(const MergeWarning& warning);
 
 } // namespace corvane::workbench::core

@@ -268,11 +268,14 @@ TEST_F(ProjectImportTest, MakesAnElementThatImportsAFile) {
     EXPECT_EQ(project.model().root().childElements().size(), 2U);
 }
 
-TEST_F(ProjectImportTest, AWarningIsReadWithItsElement) {
-    EXPECT_EQ(textOf(ui::ImportWarning{
-                  .text = u"is odd", .line = 3, .column = 1, .element = "a~1\u00E4/b"}),
-              u"a~1\u00E4/b: is odd");
-    EXPECT_EQ(textOf(ui::ImportWarning{.text = u"is odd", .element = {}}), u"is odd");
+TEST_F(ProjectImportTest, AWarningIsReadWithItsPlaceAndItsElement) {
+    EXPECT_EQ(
+        textOf({.text = u"is odd", .line = 3, .column = 1, .element = "a~1\u00E4/b"}, "\u00FC.db"),
+        u"\u00FC.db:3:1: a~1\u00E4/b: is odd");
+    EXPECT_EQ(textOf({.text = u"is odd", .line = 3, .column = 1, .element = {}}, "x.db"),
+              u"x.db:3:1: is odd");
+    EXPECT_EQ(textOf({.text = u"is odd", .element = "a"}, "x.db"), u"a: is odd");
+    EXPECT_EQ(textOf({.text = u"is odd", .element = {}}, "x.db"), u"is odd");
     EXPECT_EQ(textOf(MergeWarning{.kind = MergeWarning::Kind::takenNames,
                                   .element = "/a~1\u00E4/b",
                                   .text = u"is odd"}),

@@ -33,11 +33,12 @@ QString summaryOf(const core::ImportCounts& counts, bool targetIsNew) {
 }
 
 // What the plug-in says of the file, then what the merge says of the project.
-QStringList linesOf(const std::vector<ui::ImportWarning>& ofFile,
+QStringList linesOf(const QString& file, const std::vector<ui::ImportWarning>& ofFile,
                     const std::vector<core::MergeWarning>& ofProject) {
+    const auto name = toUtf8(QFileInfo(file).fileName());
     QStringList lines;
     for (const auto& warning : ofFile)
-        lines += toQt(core::textOf(warning));
+        lines += toQt(core::textOf(warning, name));
     for (const auto& warning : ofProject)
         lines += toQt(core::textOf(warning));
     return lines;
@@ -189,7 +190,7 @@ void Importer::merge(model::Element& target, const QString& file, ui::ImportedDo
                             {QFileInfo(file).fileName(), toQt(std::string_view(target.path())),
                              summaryOf(result->counts, targetIsNew),
                              counted(kContext, "1 byte of memory", "{} bytes of memory", bytes)}),
-                 linesOf(warnings, result->warnings));
+                 linesOf(file, warnings, result->warnings));
             emit imported(result->top);
         });
 }

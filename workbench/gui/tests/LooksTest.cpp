@@ -77,7 +77,9 @@ TEST_F(LooksTest, AnErrorTakesTheColourOfANewTheme) {
 }
 
 TEST_F(LooksTest, ANoticeShowsItsKindByItsColour) {
-    importExample();
+    window().openFiles({writeFile("good.db", "DATA_BLOCK DB1\n{ S7_Optimized_Access := 'FALSE' }\n"
+                                             "STRUCT\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n")});
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC/DB1") != nullptr; }));
     const auto information = noticeBackground();
     EXPECT_GT(information.blue(), information.red());
     select("/PLC");

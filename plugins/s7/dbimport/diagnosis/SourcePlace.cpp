@@ -97,6 +97,10 @@ void keepLast(std::string& text, std::string_view bytes) {
 
 } // namespace
 
+void skipTo(utils::io::InputStream& stream, std::uint64_t offset) {
+    readTo(stream, offset, [](std::string_view) {});
+}
+
 SourceView viewOf(utils::io::InputStream& stream, std::uint64_t offset) {
     SourceView view;
     PlaceCounter counter;

@@ -29,6 +29,10 @@ struct SourceView {
     std::string after;  ///< the place itself and what follows, some thousand bytes at most
 };
 
+/// Passes over what stands in front of byte `offset`, or over the whole file if it ends before.
+/// Throws what the stream throws.
+void skipTo(utils::io::InputStream& stream, std::uint64_t offset);
+
 /// Reads the file anew, up to byte `offset` and a little further. A place behind the last character
 /// of the file that is no blank is moved to right behind that one: where something is missing, that
 /// is where it is. Throws what the stream throws.

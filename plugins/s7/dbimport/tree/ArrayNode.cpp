@@ -13,8 +13,10 @@ ArrayNode::ArrayNode(std::string_view name, ExternalAccess access,
 void ArrayNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                               ElementPath& path) try {
     path.budget().spend();
-    if (!access().externalAccessible)
+    if (!access().externalAccessible) {
+        path.notes().noteHidden();
         return;
+    }
     if (children().size() != 1)
         fail(Message::severalElementTypes);
     DataBlockNode& node = *children().front();

@@ -2,6 +2,7 @@
 
 #include "dbimport/facts/Messages.hpp"
 #include "dbimport/tree/ItemText.hpp"
+#include "dbimport/tree/LayoutNotes.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -70,6 +71,9 @@ public:
 
     [[nodiscard]] ElementBudget& budget() { return *budget_; }
 
+    /// What this walk came across and made no item of.
+    [[nodiscard]] LayoutNotes& notes() { return notes_; }
+
     /// The ready texts of the items of this walk.
     [[nodiscard]] itemText::Shared& itemTexts() { return itemTexts_; }
 
@@ -96,6 +100,7 @@ private:
     std::string path_; // of the item that was asked for last
     bool tracked_;
     ElementBudget* budget_;
+    LayoutNotes notes_;
     itemText::Shared itemTexts_;
 };
 

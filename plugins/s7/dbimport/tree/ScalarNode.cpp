@@ -61,11 +61,15 @@ void ScalarNode::addChild(NodeOwner<DataBlockNode> child) {
 void ScalarNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                                ElementPath& path) {
     path.budget().spend();
-    if (!access().externalAccessible)
+    if (!access().externalAccessible) {
+        path.notes().noteHidden();
         return;
+    }
     const RelativeAddress address = scalarAddress(*this, position);
-    if (skippedTypes.contains(type()))
+    if (skippedTypes.contains(type())) {
+        path.notes().noteWithoutItem(type());
         return;
+    }
     const auto& command = commandOf(*importContext_, path, nameView());
     if (!copyItem(targetArray, address, path, command))
         itemText::encode(targetArray, {path.indexedName(nameView()), facts_, textLength_, &address,

@@ -14,8 +14,10 @@ StructNode::StructNode(std::string_view name, ExternalAccess access, bool transp
 void StructNode::writeElements(utils::json::encoder::Array& targetArray, MemoryPosition& position,
                                ElementPath& path) {
     path.budget().spend();
-    if (!access().externalAccessible)
+    if (!access().externalAccessible) {
+        path.notes().noteHidden();
         return;
+    }
     if (transparent_) {
         path.clearIndexSuffix();
         writeMembers(targetArray, position, path);

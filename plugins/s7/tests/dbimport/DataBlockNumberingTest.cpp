@@ -3,6 +3,7 @@
 #include "dbimport/DataBlockNumbering.hpp"
 #include "dbimport/DataBlockReading.hpp"
 #include "dbimport/context/ImportContext.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
 
 #include <gtest/gtest.h>
 
@@ -24,8 +25,9 @@ std::string numbers(const std::vector<std::string>& names, const ImportContext& 
     std::vector<DataBlockRecord> records;
     records.reserve(names.size());
     for (const std::string& name : names)
-        records.push_back({name, existingNumber(context, name), nullptr, {}});
-    numberDataBlocks(records, context);
+        records.push_back({name, existingNumber(context, name), nullptr});
+    ImportFindings findings;
+    numberDataBlocks(records, context, findings);
     std::string text;
     for (const DataBlockRecord& record : records)
         text += record.name + "=" + std::to_string(record.dbNumber.value()) + " ";

@@ -6,6 +6,7 @@
 #include "dbimport/tree/ArrayNode.hpp"
 #include "dbimport/tree/ScalarNode.hpp"
 #include "dbimport/tree/StructNode.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +30,8 @@ const ImportContext& emptyContext() {
 
 std::vector<DataBlockRecord> read(std::string_view source) {
     testing::TrickleInputStream stream(source);
-    return readDataBlocks(stream, emptyContext(), {});
+    ImportFindings findings;
+    return readDataBlocks(stream, emptyContext(), {}, findings);
 }
 
 std::vector<std::string> namesOf(std::string_view source) {

@@ -4,6 +4,7 @@
 #include "dbimport/DataBlockWriting.hpp"
 #include "dbimport/context/ImportContext.hpp"
 #include "dbimport/facts/ImportLimits.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
 
 #include <gtest/gtest.h>
 
@@ -143,9 +144,11 @@ TEST(ImportLimits, OnlyTheDocumentIsCalledTooLarge) {
     auto root = memory->make<RootNode>("Data");
     root->addChild(memory->make<TooLong>());
     std::vector<DataBlockRecord> records;
-    records.push_back({"Data", 1, {std::move(memory), std::move(root)}, {}});
+    records.push_back({"Data", 1, {std::move(memory), std::move(root)}});
+    ImportFindings findings;
     EXPECT_EQ(testing::errorOf([&] {
-                  static_cast<void>(writeDataBlocks(std::move(records), ImportContext(), {}));
+                  static_cast<void>(
+                      writeDataBlocks(std::move(records), ImportContext(), {}, findings));
               }),
               "of somebody else");
 }

@@ -24,6 +24,8 @@ namespace corvane::workbench::plugins::s7Driver {
 namespace {
 
 using testing::dataBlock;
+using testing::shown;
+using testing::takeMark;
 
 /// A file that fails. Its "@" is no part of it: it stands in front of what is at fault. The hint is
 /// how the expected one begins; empty where there is none.
@@ -224,18 +226,6 @@ constexpr std::array kNeverOfAFile = {
     Message::unnamedType,      Message::unknownOffset,
 };
 
-/// Takes the mark out of a source and tells where it was; in front of it there is nothing but ASCII
-/// and perhaps a byte order mark.
-SourcePlace takeMark(std::string& source) {
-    const auto at = source.find('@');
-    source.erase(at, 1);
-    std::string_view before = std::string_view(source).substr(0, at);
-    if (before.starts_with("\xEF\xBB\xBF"))
-        before.remove_prefix(3);
-    const auto line = static_cast<std::uint64_t>(std::ranges::count(before, '\n'));
-    return {1 + line, before.size() - (before.rfind('\n') + 1) + 1};
-}
-
 ui::ImportFailure failureOf(std::string_view source, const ImportLimits& limits = {}) {
     utils::io::MemoryInputStream stream(source);
     const ImportResult result = importDataBlocks(testing::emptyPlc(), "x.db", stream, limits);
@@ -244,10 +234,6 @@ ui::ImportFailure failureOf(std::string_view source, const ImportLimits& limits 
 
 SourcePlace placeOf(const ui::ImportFailure& failure) {
     return {failure.line.value_or(0), failure.column.value_or(0)};
-}
-
-std::string shown(const SourcePlace& place) {
-    return std::to_string(place.line) + ":" + std::to_string(place.column);
 }
 
 std::string utf8(std::u16string_view text) { return utils::string::detail::utf16ToUtf8(text); }

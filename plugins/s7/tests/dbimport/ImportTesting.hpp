@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dbimport/DataBlockImport.hpp"
+#include "dbimport/diagnosis/SourcePlace.hpp"
 #include "elements/Command.hpp"
 #include "elements/DataBlock.hpp"
 #include "elements/Item.hpp"
@@ -139,6 +140,23 @@ inline std::string dataBlock(std::string_view members) {
     return std::string("DATA_BLOCK Data\n{ S7_Optimized_Access := 'FALSE' }\nSTRUCT\n")
         .append(members)
         .append("\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
+}
+
+/// Takes the mark out of a source and tells where it was; in front of it there is nothing but ASCII
+/// and perhaps a byte order mark.
+inline SourcePlace takeMark(std::string& source) {
+    const auto at = source.find('@');
+    source.erase(at, 1);
+    std::string_view before = std::string_view(source).substr(0, at);
+    if (before.starts_with("\xEF\xBB\xBF"))
+        before.remove_prefix(3);
+    const auto line = static_cast<std::uint64_t>(std::ranges::count(before, '\n'));
+    return {1 + line, before.size() - (before.rfind('\n') + 1) + 1};
+}
+
+/// "LINE:COLUMN".
+inline std::string shown(const SourcePlace& place) {
+    return std::to_string(place.line) + ":" + std::to_string(place.column);
 }
 
 } // namespace corvane::workbench::plugins::s7Driver::testing

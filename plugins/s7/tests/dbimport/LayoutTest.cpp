@@ -1,3 +1,4 @@
+#include "DocumentListing.hpp"
 #include "ImportTesting.hpp"
 
 #include "dbimport/DataBlockReading.hpp"
@@ -8,8 +9,8 @@
 #include "dbimport/tree/MemoryPosition.hpp"
 #include "dbimport/tree/ScalarNode.hpp"
 #include "dbimport/tree/StructNode.hpp"
+#include "dbimport/warnings/ImportFindings.hpp"
 
-#include <corvane/utils/json/Decoder.hpp>
 #include <corvane/utils/json/Encoder.hpp>
 
 #include <gtest/gtest.h>
@@ -23,7 +24,6 @@
 namespace corvane::workbench::plugins::s7Driver {
 namespace {
 
-namespace decoder = utils::json::decoder;
 namespace encoder = utils::json::encoder;
 using testing::dataBlock;
 
@@ -56,73 +56,8 @@ static_assert(wordAligned({3, 0}) == MemoryPosition{4, 0});
 static_assert(wordAligned({3, 7}) == MemoryPosition{4, 0});
 static_assert(wordAligned({4, 1}) == MemoryPosition{6, 0});
 
-/// "path dataType address" of every item of the document, a struct as its path and a colon, each
-/// followed by its size and access where they are not the usual ones.
-class Listing {
-public:
-    explicit Listing(std::string text) : document_(std::move(text)) {}
-
-    std::vector<std::string> lines() {
-        list(document_.root().asArray(), "");
-        return lines_;
-    }
-
-private:
-    void list(decoder::Array elements, const std::string& prefix) {
-        while (auto element = elements.next()) {
-            decoder::Object entry = element->asObject();
-            auto member = entry.next();
-            const std::string key(member->name.view());
-            decoder::Object object = member->value.asObject();
-            if (key == "@Skill.S7.Item")
-                item(object, prefix);
-            else
-                container(object, key, prefix);
-            EXPECT_FALSE(entry.next());
-        }
-    }
-
-    void container(decoder::Object& object, const std::string& key, const std::string& prefix) {
-        std::string name;
-        while (auto member = object.next()) {
-            if (member->name.view() == "name") {
-                name = member->value.asString().view();
-                if (key == "@Skill.S7.Struct")
-                    lines_.push_back(prefix + name + ":");
-            } else if (member->name.view() == "children") {
-                list(member->value.asArray(),
-                     key == "@Skill.S7.Struct" ? prefix + name + "." : prefix);
-            }
-        }
-    }
-
-    void item(decoder::Object& object, const std::string& prefix) {
-        std::string line = prefix;
-        std::string members;
-        while (auto member = object.next()) {
-            const std::string name(member->name.view());
-            members += name + " ";
-            if (name == "stringSize")
-                line += " (" + std::string(member->value.parseNumberString()) + ")";
-            else if (name == "writable")
-                line += member->value.asBool() ? "" : " readonly";
-            else if (name == "command")
-                EXPECT_EQ(member->value.asString().view(), "Default Command");
-            else
-                line += (name == "name" ? "" : " ") + std::string(member->value.asString().view());
-        }
-        EXPECT_TRUE(members == "name dataType address writable command " ||
-                    members == "name dataType stringSize address writable command ")
-            << members;
-        lines_.push_back(line);
-    }
-
-    decoder::Document document_;
-    std::vector<std::string> lines_;
-};
-
 std::vector<std::string> layoutOf(std::string_view members) {
-    return Listing(testing::import(dataBlock(members)).text).lines();
+    return testing::Listing(testing::import(dataBlock(members)).text).lines();
 }
 
 using Lines = std::vector<std::string>;
@@ -135,7 +70,8 @@ TEST(Layout, PlacesOneVariableBehindTheOther) {
         w : WString; t : DTL; h { ExternalAccessible := 'False' } : Int; z : Char;)");
     const ImportContext context;
     utils::io::MemoryInputStream stream(source);
-    const auto records = readDataBlocks(stream, context, {});
+    ImportFindings findings;
+    const auto records = readDataBlocks(stream, context, {}, findings);
     const auto& body = *records.at(0).root->children().at(0);
 
     const std::vector<std::pair<std::string_view, MemoryPosition>> expected = {
@@ -155,7 +91,7 @@ TEST(Layout, PlacesOneVariableBehindTheOther) {
         EXPECT_EQ(position, expected[index].second) << expected[index].first;
     }
 
-    EXPECT_EQ(Listing(testing::import(source).text).lines(),
+    EXPECT_EQ(testing::Listing(testing::import(source).text).lines(),
               (Lines{"a Bool DB0.0", "b Bool DB0.1", "c Int DB2", "d Byte DB4", "e Real DB6",
                      "s String (10) DB10", "f[1] Bool DB22.0", "f[2] Bool DB22.1",
                      "f[3] Bool DB22.2", "st:", "st.x Bool DB24.0", "st.y Int DB26",
@@ -311,7 +247,8 @@ TEST(Layout, EachDataBlockStartsAtZero) {
                                "DATA_BLOCK Other {S7_Optimized_Access := FALSE} STRUCT b : Real; "
                                "c : Bool; END_STRUCT END_DATA_BLOCK";
     const auto document = testing::import(source);
-    EXPECT_EQ(Listing(document.text).lines(), (Lines{"a Int DB0", "b Real DB0", "c Bool DB4.0"}));
+    EXPECT_EQ(testing::Listing(document.text).lines(),
+              (Lines{"a Int DB0", "b Real DB0", "c Bool DB4.0"}));
     ASSERT_EQ(document.memory.size(), 2U);
     EXPECT_EQ(document.memory[0].bytes, 2U);
     EXPECT_EQ(document.memory[1].name, "Other");
