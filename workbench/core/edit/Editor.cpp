@@ -55,6 +55,16 @@ void requirePlace(const Element& parent, const LoadedClass& entry) {
         refuseEdit("elements are nested too deeply");
 }
 
+void correct(const StagedImport& staged, std::span<const ImportCorrection> corrections) {
+    for (const auto& [position, field] : corrections) {
+        if (position >= staged.elements().size())
+            refuseEdit("the document has no such element");
+        const OpenForm form(*staged.elements()[position]);
+        if (const auto set = fieldWithKey(form, field.key).setValue(field.value); !set)
+            throw EditError(utils::string::detail::utf16ToUtf8(set.error()));
+    }
+}
+
 } // namespace
 
 Editor::Editor(Project& project) : history_(std::make_unique<History>(project)) {}
@@ -145,11 +155,24 @@ bool Editor::canMove(std::span<Element* const> elements, const Element& parent) 
     });
 }
 
-ImportResult Editor::import(Element& target, std::string document, const ImportOptions& options) {
+ImportResult Editor::import(Element& target, std::string document, const ImportOptions& options,
+                            std::span<const ImportCorrection> corrections) {
     StagedImport staged(project(), target, std::move(document));
+    correct(staged, corrections);
     const auto step = std::make_shared<ImportStep>(target, staged, options);
     history_->perform(step);
     return {step->outcome(), step->counts(), step->warnings()};
+}
+
+ImportPreview Editor::previewImport(Element& target, std::string document,
+                                    const ImportOptions& options,
+                                    std::span<const ImportCorrection> corrections) {
+    auto& workspace = history_->workspace;
+    workspace.tellProgress(0, kPreviewParts);
+    StagedImport staged(project(), target, std::move(document));
+    correct(staged, corrections);
+    workspace.tellProgress(kPreviewRead, kPreviewParts);
+    return ImportStep(target, staged, options).preview(workspace);
 }
 
 bool Editor::canUndo() const { return history_->undoable() != nullptr; }

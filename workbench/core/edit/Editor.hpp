@@ -5,11 +5,11 @@
 #include "workbench/core/edit/workspace/Fields.hpp"
 #include "workbench/core/edit/workspace/LostReferences.hpp"
 #include "workbench/core/edit/workspace/Workspace.hpp"
-#include "workbench/core/import/ImportReport.hpp"
-#include "workbench/core/import/ImportWarnings.hpp"
+#include "workbench/core/import/ImportPreview.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
 #include "workbench/core/project/Project.hpp"
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
@@ -21,6 +21,12 @@ namespace corvane::workbench::core {
 struct ImportResult : ImportOutcome {
     ImportCounts counts;
     std::vector<MergeWarning> warnings;
+};
+
+/// A value that a user gives to an element of an import before it comes in.
+struct ImportCorrection {
+    std::size_t position = 0; ///< of the element at the top of the document, from 0
+    FieldValue field;
 };
 
 /// Edits a project, one step of history at a time. All edits of the front ends go through it: it
@@ -90,8 +96,16 @@ public:
                                const model::Element& parent) const;
 
     /// Imports a document as importDocument does, as one step; one that changes nothing is none.
+    /// The corrections are made first, in their order; throws EditError where one is refused.
     ImportResult import(model::Element& target, std::string document,
-                        const ImportOptions& options = {});
+                        const ImportOptions& options = {},
+                        std::span<const ImportCorrection> corrections = {});
+
+    /// What `import` would do with the same. The project is as it was, and so is the history; the
+    /// observer learns of a reset. It may be stopped, as edits of many values may.
+    [[nodiscard]] ImportPreview previewImport(model::Element& target, std::string document,
+                                              const ImportOptions& options = {},
+                                              std::span<const ImportCorrection> corrections = {});
 
     [[nodiscard]] bool canUndo() const;
     [[nodiscard]] bool canRedo() const;

@@ -28,6 +28,8 @@ struct ImportCounts {
     std::size_t unchanged = 0;
     std::size_t missing = 0;
 
+    friend bool operator==(const ImportCounts&, const ImportCounts&) = default;
+
     /// Whether the project is what it was before.
     [[nodiscard]] bool isNothing() const {
         return added + changed + moved + renamed + removed == 0;
@@ -48,6 +50,7 @@ public:
     };
 
     [[nodiscard]] Change change() const { return change_; }
+    [[nodiscard]] const model::Element& element() const { return *element_; }
     /// The element's name before; of one that was renamed.
     [[nodiscard]] std::string_view nameBefore() const { return nameBefore_; }
     /// Where it stands; of a removed one, where it would.

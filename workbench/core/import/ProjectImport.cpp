@@ -10,10 +10,9 @@ namespace {
 
 namespace decoder = utils::json::decoder;
 
-void readStaged(const PluginHost& plugins, host::ReferenceTable& references, std::string text,
-                host::Staging& staging) {
+void readStaged(DocumentReader reader, std::string text, host::Staging& staging) {
     decoder::Document document(std::move(text));
-    DocumentReader(plugins, references).readStaged(document.root().asArray(), staging);
+    reader.readStaged(document.root().asArray(), staging);
     document.expectEnd();
 }
 
@@ -36,9 +35,11 @@ void publishChanges(Project& project, const ImportOutcome& outcome, host::Refere
 
 } // namespace
 
-StagedImport::StagedImport(Project& project, model::Element& target, std::string document)
+StagedImport::StagedImport(Project& project, model::Element& target, std::string document,
+                           Depth depth)
     : project_(&project), staging_(target) {
-    readStaged(project.plugins(), references_, std::move(document), staging_);
+    readStaged(DocumentReader(project.plugins(), references_, depth == Depth::all),
+               std::move(document), staging_);
     references_.resolve(
         [&](std::string_view text) { return findTarget(project.model(), staging_, text); });
     configureAndPublish(staging_.elements());

@@ -6,6 +6,9 @@
 #include <corvane/workbench/host/ReferenceTable.hpp>
 #include <corvane/workbench/host/Staging.hpp>
 
+#include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 
 namespace corvane::workbench::core {
@@ -14,9 +17,22 @@ namespace corvane::workbench::core {
 /// project knows nothing of it until it is merged.
 class StagedImport {
 public:
+    /// How much of the document is built.
+    enum class Depth : std::uint8_t {
+        all,
+        top, ///< nothing below the elements at its top: to be looked at, and not to be merged
+    };
+
     /// Builds what the document describes; throws DocumentError or json::decoder::DecodeError.
     /// Project and target must outlive the object.
-    StagedImport(Project& project, model::Element& target, std::string document);
+    StagedImport(Project& project, model::Element& target, std::string document,
+                 Depth depth = Depth::all);
+
+    /// The elements at the top of the document, in its order, until they are merged. What is set in
+    /// one of them by way of its form comes in as if the document said it.
+    [[nodiscard]] std::span<const std::unique_ptr<model::Element>> elements() const {
+        return staging_.elements();
+    }
 
     /// Merges it into the project, once, and notes the changes.
     ImportOutcome merge(const ImportOptions& options, ImportChanges& changes);

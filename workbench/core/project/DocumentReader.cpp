@@ -63,8 +63,9 @@ void DocumentReader::readDocument(decoder::Value document, const model::Element&
                                                 entry.elementClass->factory().createElement()),
                name);
     load(element, members, context_);
-    if (auto children = members.find(config::kChildrenKey.text()))
-        readBelow(children->asArray(), element);
+    if (readsChildren_)
+        if (auto children = members.find(config::kChildrenKey.text()))
+            readBelow(children->asArray(), element);
     if (object.next())
         object.fail(textOf("an element document has only one member"));
 }

@@ -23,9 +23,11 @@ public:
 /// its children in document order. Configuring and publishing come when the whole document stands.
 class DocumentReader {
 public:
-    /// References of the document wait in `references` until its owner resolves them.
-    DocumentReader(const PluginHost& plugins, host::ReferenceTable& references)
-        : plugins_(&plugins), context_(references) {}
+    /// References of the document wait in `references` until its owner resolves them. What stands
+    /// below the elements at the top is left out on demand.
+    DocumentReader(const PluginHost& plugins, host::ReferenceTable& references,
+                   bool readsChildren = true)
+        : plugins_(&plugins), context_(references), readsChildren_(readsChildren) {}
 
     /// Reads an array of element documents to the top of a project. Throws DocumentError or
     /// json::decoder::DecodeError; what was read until then stays.
@@ -45,6 +47,7 @@ private:
     const PluginHost* plugins_;
     config::Context context_;
     bool mayBeNameless_ = false;
+    bool readsChildren_;
     const LoadedClass* lastClass_ = nullptr; // neighbours tend to be of one class
 };
 

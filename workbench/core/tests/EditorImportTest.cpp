@@ -4,6 +4,8 @@
 
 #include <corvane/utils/string/Utf.hpp>
 
+#include <array>
+
 namespace corvane::workbench::core::test {
 
 namespace {
@@ -26,6 +28,14 @@ constexpr std::string_view kDocument = R"([
         {"@Skill.Wiring.Pin": {"name": "inner", "id": "4", "peer": "/r/new"}}]}}])";
 
 class EditorImportTest : public EditorTest {};
+
+std::vector<std::u16string> textsOf(const std::vector<MergeWarning>& warnings) {
+    std::vector<std::u16string> texts;
+    texts.reserve(warnings.size());
+    for (const auto& warning : warnings)
+        texts.push_back(textOf(warning));
+    return texts;
+}
 
 } // namespace
 
@@ -238,6 +248,109 @@ TEST_F(EditorImportTest, WhatIsReferredToAndRemovedComesBack) {
                   R"(/r/q: Peer: the referenced element “/r/a/x/deep” does not exist)"});
     expectAsReloaded(project);
     expectUndoAndRedo(editor, before);
+}
+
+TEST_F(EditorImportTest, APreviewSaysWhatTheImportThenDoes) {
+    auto project = load(kRack);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    editor.rename(project.element("/r/q"), "s");
+    editor.undo();
+    Follower follower(project.model().root());
+    editor.setObserver(&follower);
+    for (const auto match : {Match::identity, Match::path})
+        for (const bool removes : {false, true}) {
+            const ImportOptions options{.match = match, .removeMissing = removes};
+            auto& target = project.element("/r");
+            const auto preview = editor.previewImport(target, std::string(kDocument), options);
+            EXPECT_EQ(sightOf(project), before);
+            EXPECT_TRUE(editor.canRedo()) << "a preview is no step";
+            EXPECT_FALSE(editor.isModified());
+            follower.compare();
+
+            auto aside = load(kRack);
+            const auto result =
+                Editor(aside).import(aside.element("/r"), std::string(kDocument), options);
+            EXPECT_EQ(preview.counts, result.counts);
+            EXPECT_EQ(textsOf(preview.warnings), textsOf(result.warnings));
+            for (const auto& change : preview.changes)
+                EXPECT_EQ(aside.model().findElement(change.path) == nullptr,
+                          change.change == ImportedElement::Change::removed)
+                    << change.path;
+        }
+}
+
+TEST_F(EditorImportTest, APreviewNamesTheElementsAtTheTopByTheirPlaces) {
+    auto project = load(kRack);
+    Editor editor(project);
+    const auto preview = editor.previewImport(project.element("/r"), std::string(kDocument));
+    std::vector<std::string> tops;
+    for (const auto& change : preview.changes)
+        if (change.position)
+            tops.push_back(std::to_string(*change.position) + change.path);
+    EXPECT_EQ(tops, (std::vector<std::string>{"2/r/new", "0/r/b", "1/r/a"}));
+}
+
+TEST_F(EditorImportTest, WhatIsCorrectedComesInAsIfTheDocumentSaidIt) {
+    const std::string_view plc = R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [
+        {"@Skill.S7.Command": {"name": "c"}},
+        {"@Skill.S7.DataBlock": {"name": "old", "DBNumber": 1}}]}})";
+    const auto blockWith = [](const std::string& number) {
+        return R"([{"@Skill.S7.DataBlock": {"name": "new", "DBNumber": )" + number +
+               R"(, "children": [{"@Skill.S7.Struct": {"name": "s", "children": [
+                {"@Skill.S7.Item": {"name": "i", "dataType": "Int", "address": "DB0",
+                                    "command": "/P/c"}}]}}]}}])";
+    };
+    for (const std::uint64_t number : {7U, 1U}) {
+        auto project = load(plc);
+        Editor editor(project);
+        const std::vector<ImportCorrection> corrections{
+            {.position = 0, .field = {.key = "dbNumber", .value = number}}};
+        auto& target = project.element("/P");
+        const auto preview = editor.previewImport(target, blockWith("2"), {}, corrections);
+        const auto result = editor.import(target, blockWith("2"), {}, corrections);
+        auto stated = load(plc);
+        Editor(stated).import(stated.element("/P"), blockWith(std::to_string(number)));
+        EXPECT_EQ(sightOf(project), sightOf(stated)) << number;
+        EXPECT_EQ(preview.counts, result.counts);
+        EXPECT_EQ(result.counts.renamed, number == 1 ? 1U : 0U) << "the number is the block's";
+        EXPECT_EQ(shown(project, "/P/new/s/i", u"Effective address"),
+                  ui::ControlValue(number == 1 ? std::u16string(u"DB1.DB0") : u"DB7.DB0"));
+        expectAsReloaded(project);
+    }
+
+    auto project = load(plc);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    const auto refusal = [&](const ImportCorrection& correction) {
+        return messageOf([&] {
+            editor.import(project.element("/P"), blockWith("2"), {}, std::array{correction});
+        });
+    };
+    const ui::ControlValue tooLarge(std::uint64_t{65536});
+    EXPECT_NE(refusal({.position = 0, .field = {.key = "dbNumber", .value = tooLarge}}), "");
+    EXPECT_NE(refusal({.position = 0, .field = {.key = "none", .value = tooLarge}}), "");
+    EXPECT_EQ(refusal({.position = 1, .field = {.key = "dbNumber", .value = tooLarge}}),
+              "the document has no such element");
+    EXPECT_EQ(sightOf(project), before);
+}
+
+TEST_F(EditorImportTest, APreviewCanBeStoppedAtEachPart) {
+    auto project = load(kRack);
+    const auto before = sightOf(project);
+    Editor editor(project);
+    for (std::size_t last = 0; last != 3; ++last) {
+        std::vector<std::size_t> told;
+        editor.setProgress([&](std::size_t done, std::size_t) {
+            told.push_back(done);
+            return done != last;
+        });
+        EXPECT_THROW(
+            static_cast<void>(editor.previewImport(project.element("/r"), std::string(kDocument))),
+            EditStopped);
+        EXPECT_EQ(told.size(), last + 1);
+        EXPECT_EQ(sightOf(project), before);
+    }
 }
 
 // A second view of what an import meets again is the user's, and no remainder of an import.

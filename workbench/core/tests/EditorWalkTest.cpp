@@ -10,6 +10,7 @@
 #include <corvane/workbench/ui/SpinBox.hpp>
 #include <corvane/workbench/ui/TextField.hpp>
 
+#include <functional>
 #include <random>
 
 namespace corvane::workbench::core::test {
@@ -36,8 +37,12 @@ constexpr std::string_view kPlant = R"(
 /// Makes edits at random, few names long, so that what one step takes away another brings back.
 class Walker {
 public:
-    Walker(Editor& editor, const PluginHost& plugins, unsigned seed)
-        : editor_(editor), plugins_(plugins), random_(seed) {}
+    /// Called before each import.
+    using LookAhead = std::function<void(model::Element& target, const std::string& document,
+                                         const ImportOptions& options)>;
+
+    Walker(Editor& editor, const PluginHost& plugins, unsigned seed, LookAhead lookAhead)
+        : editor_(editor), plugins_(plugins), random_(seed), lookAhead_(std::move(lookAhead)) {}
 
     /// One edit, which the editor may refuse.
     void edit() {
@@ -131,26 +136,33 @@ private:
         const ImportOptions options{.match = below(2) == 0 ? Match::path : Match::identity,
                                     .removeMissing = below(2) == 0};
         if (below(2) == 0)
-            editor_.import(*any(),
-                           R"([{"@Skill.Wiring.Pin": {"name": ")" + name() + R"(", "id": ")" + id +
-                               R"(", "peer": "/R/)" + name() +
-                               R"("}}, {"@Skill.Wiring.Box": {"name": ")" + name() +
-                               R"(", "id": "2", "children": [{"@Skill.Wiring.Pin": )" +
-                               R"({"name": "a", "id": "1"}}]}}])",
-                           options);
+            importInto(*any(),
+                       R"([{"@Skill.Wiring.Pin": {"name": ")" + name() + R"(", "id": ")" + id +
+                           R"(", "peer": "/R/)" + name() +
+                           R"("}}, {"@Skill.Wiring.Box": {"name": ")" + name() +
+                           R"(", "id": "2", "children": [{"@Skill.Wiring.Pin": )" +
+                           R"({"name": "a", "id": "1"}}]}}])",
+                       options);
         else
-            editor_.import(*any(),
-                           R"([{"@Skill.S7.Command": {"name": ")" + name() +
-                               R"("}}, {"@Skill.S7.DataBlock": {"name": ")" + name() +
-                               R"(", "DBNumber": )" + id +
-                               R"(, "children": [{"@Skill.S7.Item": {"name": ")" + name() +
-                               R"(", "address": "DBW0", "command": "/P/a"}}]}}])",
-                           options);
+            importInto(*any(),
+                       R"([{"@Skill.S7.Command": {"name": ")" + name() +
+                           R"("}}, {"@Skill.S7.DataBlock": {"name": ")" + name() +
+                           R"(", "DBNumber": )" + id +
+                           R"(, "children": [{"@Skill.S7.Item": {"name": ")" + name() +
+                           R"(", "address": "DBW0", "command": "/P/a"}}]}}])",
+                       options);
+    }
+
+    void importInto(model::Element& target, const std::string& document,
+                    const ImportOptions& options) {
+        lookAhead_(target, document, options);
+        editor_.import(target, document, options);
     }
 
     Editor& editor_;
     const PluginHost& plugins_;
     std::mt19937 random_;
+    LookAhead lookAhead_;
 };
 
 class EditorWalkTest : public EditorTest, public testing::WithParamInterface<unsigned> {};
@@ -162,7 +174,16 @@ TEST_P(EditorWalkTest, EveryStepCanBeTakenBackAndMadeAgain) {
     Editor editor(project);
     Follower follower(project.model().root());
     editor.setObserver(&follower);
-    Walker walker(editor, plugins, GetParam());
+    // Whatever has been undone and is waiting, a preview leaves it as it is.
+    const auto lookAhead = [&](model::Element& target, const std::string& document,
+                               const ImportOptions& options) {
+        const auto before = sightOf(project);
+        const auto refusal =
+            messageOf([&] { static_cast<void>(editor.previewImport(target, document, options)); });
+        EXPECT_EQ(sightOf(project), before) << refusal;
+        follower.compare();
+    };
+    Walker walker(editor, plugins, GetParam(), lookAhead);
     std::vector<Sight> states{sightOf(project)}; // by the number of steps that are done
     std::size_t done = 0;
 

@@ -35,18 +35,32 @@ ImportStep::ImportStep(model::Element& target, StagedImport& staged, const Impor
 // steps know.
 bool ImportStep::perform(Workspace& workspace) {
     workspace.reset(*target_, [&] {
-        merge(workspace);
+        merge(workspace, [&] {
+            counts_ = countImported(changes_, options_.match);
+            warnings_ = mergeWarnings(changes_);
+        });
         if (counts_.isNothing())
             takeBack(workspace);
     });
     return !counts_.isNothing();
 }
 
-void ImportStep::merge(Workspace& workspace) {
+ImportPreview ImportStep::preview(Workspace& workspace) {
+    ImportPreview preview;
+    workspace.reset(*target_, [&] {
+        merge(workspace, [&] {
+            preview = previewOf(changes_, outcome_, *target_, options_.match,
+                                [&] { workspace.tellProgress(kPreviewMerged, kPreviewParts); });
+        });
+        takeBack(workspace);
+    });
+    return preview;
+}
+
+void ImportStep::merge(Workspace& workspace, function_ref<void()> look) {
     try {
         outcome_ = std::exchange(staged_, nullptr)->merge(options_, changes_);
-        counts_ = countImported(changes_, options_.match);
-        warnings_ = mergeWarnings(changes_);
+        look();
         prepareWayBack();
     } catch (...) {
         prepareWayBack();

@@ -3,11 +3,18 @@
 #include "workbench/core/edit/steps/Step.hpp"
 #include "workbench/core/edit/workspace/Findings.hpp"
 #include "workbench/core/edit/workspace/Placement.hpp"
-#include "workbench/core/import/ImportReport.hpp"
-#include "workbench/core/import/ImportWarnings.hpp"
+#include "workbench/core/import/ImportPreview.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
 
+#include <corvane/workbench/function_ref.hpp>
+
 namespace corvane::workbench::core {
+
+/// The parts of a preview, by which its progress is told: reading, merging, writing down, and
+/// taking back. After which of them the second and the third begin:
+inline constexpr std::size_t kPreviewParts = 4;
+inline constexpr std::size_t kPreviewRead = 1;
+inline constexpr std::size_t kPreviewMerged = 2;
 
 /// An import, with what it replaced kept.
 class ImportStep final : public Step {
@@ -20,12 +27,16 @@ public:
     [[nodiscard]] const ImportCounts& counts() const { return counts_; }
     [[nodiscard]] const std::vector<MergeWarning>& warnings() const { return warnings_; }
 
+    /// Instead of performing it: what it would do. The project is as it was then.
+    [[nodiscard]] ImportPreview preview(Workspace& workspace);
+
     bool perform(Workspace& workspace) override;
     void undo(Workspace& workspace) override;
     void redo(Workspace& workspace) override;
 
 private:
-    void merge(Workspace& workspace);
+    /// Merges and lets `look` see what came of it.
+    void merge(Workspace& workspace, function_ref<void()> look);
     void prepareWayBack();
     void takeBack(Workspace& workspace);
     void makeAgain(Workspace& workspace);
