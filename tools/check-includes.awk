@@ -73,7 +73,8 @@ BEGIN {
     knows["workbench/gui/form"] = "look session fields"
     knows["workbench/gui/table"] = "look session fields"
     knows["workbench/gui/problems"] = "look session"
-    knows["workbench/gui/window"] = "look session fields tree form table problems"
+    knows["workbench/gui/preview"] = "look session fields form"
+    knows["workbench/gui/window"] = "preview look session fields tree form table problems"
 
     for (i = 1; i < ARGC; ++i) {
         sub(/^\.\//, "", ARGV[i])

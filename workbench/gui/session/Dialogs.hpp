@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class QWidget;
 
 namespace corvane::workbench::gui {
@@ -46,6 +48,14 @@ public:
     };
     /// The number of the answer that the user gives.
     virtual int choose(QWidget* parent, const Choice& question) = 0;
+
+    struct Entry {
+        QString title;
+        QString text;
+        QString value; // to begin with
+    };
+    /// What the user enters, which may be empty; nothing where he thinks better of it.
+    virtual std::optional<QString> enterText(QWidget* parent, const Entry& entry) = 0;
 
     /// One of several; empty for none.
     virtual QString chooseOne(QWidget* parent, const QString& title, const QString& text,

@@ -4,11 +4,13 @@
 #include "workbench/core/import/SourceLine.hpp"
 #include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/look/TextWindow.hpp"
+#include "workbench/gui/session/TextEditor.hpp"
 
 #include <QFileInfo>
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace corvane::workbench::gui {
 
@@ -44,9 +46,9 @@ QStringList linesOf(const QString& file, const std::vector<ui::ImportWarning>& o
     return lines;
 }
 
-std::size_t totalBytes(const ui::ImportedDocument& document) {
+std::size_t totalBytes(const std::vector<ui::MemoryUse>& memory) {
     std::size_t sum = 0;
-    for (const auto& piece : document.memory)
+    for (const auto& piece : memory)
         sum += piece.bytes;
     return sum;
 }
@@ -68,10 +70,12 @@ Importer::Importer(ProjectSession& session, Dialogs& dialogs, NoticeBar& notices
       session_(&session),
       dialogs_(&dialogs),
       notices_(&notices),
-      window_(&window) {}
+      window_(&window) {
+    connect(session_, &ProjectSession::projectDropped, this, [this] { draft_.reset(); });
+}
 
 void Importer::chooseAndImport(model::Element& target, const QString& key) {
-    if (session_->isBusy())
+    if (session_->isBusy() || isAsking())
         return;
     const auto pressed = [key = toUtf8(key)](const core::OpenForm& form) {
         return form.button(key);
@@ -88,7 +92,7 @@ void Importer::chooseAndImport(model::Element& target, const QString& key) {
 }
 
 void Importer::importFile(const QString& file, model::Element* preferred) {
-    if (session_->isBusy())
+    if (session_->isBusy() || isAsking())
         return;
     const auto extension = extensionOf(file);
     for (auto* element = preferred; element != nullptr; element = element->parentElement())
@@ -131,17 +135,22 @@ void Importer::importIntoNew(const QString& file, const std::string& extension) 
     read({std::move(aside), std::move(form), button}, file,
          [this, &newClass, file](ui::ImportedDocument document) {
              if (auto* const target = session_->add(session_->root(), newClass))
-                 merge(*target, file, std::move(document), true);
+                 importFirst(*target, file, std::move(document), true);
          });
 }
 
 void Importer::importInto(model::Element& target, const QString& file) {
-    importInto(target, file, [extension = extensionOf(file)](const core::OpenForm& form) {
-        return form.importButton(extension);
-    });
+    importInto(target, file, buttonFor(file));
 }
 
-void Importer::importInto(model::Element& target, const QString& file, const ButtonOf& buttonOf) {
+Importer::ButtonOf Importer::buttonFor(const QString& file) {
+    return [extension = extensionOf(file)](const core::OpenForm& form) {
+        return form.importButton(extension);
+    };
+}
+
+void Importer::importInto(model::Element& target, const QString& file, const ButtonOf& buttonOf,
+                          bool inAnyCase) {
     auto form = std::make_unique<core::OpenForm>(target);
     auto* const button = buttonOf(*form);
     if (button == nullptr) {
@@ -150,8 +159,11 @@ void Importer::importInto(model::Element& target, const QString& file, const But
         return;
     }
     read({nullptr, std::move(form), button}, file,
-         [this, &target, file](ui::ImportedDocument document) {
-             merge(target, file, std::move(document), false);
+         [this, &target, file, inAnyCase](ui::ImportedDocument document) {
+             if (target.childElements().empty())
+                 importFirst(target, file, std::move(document), false);
+             else
+                 review(target, file, std::move(document), inAnyCase);
          });
 }
 
@@ -173,13 +185,85 @@ void Importer::read(Source source, const QString& file, Then then) {
         });
 }
 
-void Importer::merge(model::Element& target, const QString& file, ui::ImportedDocument document,
-                     bool targetIsNew) {
-    const auto bytes = totalBytes(document);
+void Importer::importFirst(model::Element& target, const QString& file,
+                           ui::ImportedDocument document, bool targetIsNew) {
+    carryOut(ImportDraft(*session_, target, file, std::move(document)), targetIsNew);
+}
+
+void Importer::review(model::Element& target, const QString& file, ui::ImportedDocument document,
+                      bool inAnyCase) {
+    draft_ = std::make_shared<ImportDraft>(*session_, target, file, std::move(document));
+    connectDraft(inAnyCase);
+    draft_->compare();
+}
+
+// Once the user is asked, what the draft finds out is for who asks.
+void Importer::connectDraft(bool inAnyCase) {
+    auto* const draft = draft_.get();
+    auto* const first = new QObject(draft); // goes with the first answer
+    connect(draft, &ImportDraft::compared, first, [this, first, inAnyCase] {
+        first->deleteLater();
+        first->disconnect();
+        takePreview(inAnyCase);
+    });
+    connect(draft, &ImportDraft::failed, first, [this](const QString& reason, bool stopped) {
+        const auto ended = endReview();
+        if (stopped)
+            notices_->showNotice(NoticeBar::Kind::information, reason);
+        else
+            fail(reason);
+        emit answered();
+    });
+    connect(draft, &ImportDraft::confirmed, this, [this] {
+        carryOut(*endReview(), false);
+        emit answered();
+    });
+    connect(draft, &ImportDraft::cancelled, this, [this] {
+        const auto ended = endReview();
+        emit answered();
+    });
+}
+
+void Importer::takePreview(bool inAnyCase) {
+    if (inAnyCase || !draft_->preview()->counts.isNothing()) {
+        emit reviewWanted(draft_);
+        return;
+    }
+    const auto ended = endReview();
+    ended->drop();
+    tellNothingChanges(*ended);
+    emit answered();
+}
+
+std::shared_ptr<ImportDraft> Importer::endReview() { return std::exchange(draft_, nullptr); }
+
+// What is missing from the file, or goes by a name that misleads, the user may want to change all
+// the same: the file is read again then, since much may have happened meanwhile.
+void Importer::tellNothingChanges(const ImportDraft& draft) {
+    const auto& preview = *draft.preview();
+    const auto path = toQt(std::string_view(draft.target().path()));
+    auto text =
+        translated(kContext, "{} changes nothing in {}: {} unchanged",
+                   {QFileInfo(draft.file()).fileName(), path, formatted(preview.counts.unchanged)});
+    if (preview.counts.missing != 0)
+        text +=
+            translated(kContext, ", {} no longer in the file", {formatted(preview.counts.missing)});
+    tell(text + QLatin1Char('.'), linesOf(draft.file(), draft.warnings(), preview.warnings));
+    if (preview.counts.missing == 0 && preview.warnings.empty())
+        return;
+    notices_->addChoice(translated(kContext, "Look Closer"),
+                        [this, path = toUtf8(path), file = draft.file()] {
+                            auto* const target = session_->project().model().findElement(path);
+                            if (target != nullptr && !session_->isBusy() && !isAsking())
+                                importInto(*target, file, buttonFor(file), true);
+                        });
+}
+
+void Importer::carryOut(const ImportDraft& draft, bool targetIsNew) {
     session_->import(
-        target, std::move(document.text),
-        [this, &target, file, bytes, targetIsNew,
-         warnings = std::move(document.warnings)](const ProjectSession::ImportResult& result) {
+        draft.target(), draft.plan(),
+        [this, &target = draft.target(), file = draft.file(), bytes = totalBytes(draft.memory()),
+         targetIsNew, warnings = draft.warnings()](const ProjectSession::ImportResult& result) {
             if (!result) {
                 if (targetIsNew)
                     session_->undo();
@@ -235,6 +319,17 @@ void Importer::fail(const QString& file, const ui::ImportFailure& failure) {
         translated(kContext, "Show Place"),
         [this, place = std::move(place), text = std::move(text)] {
             showTextWindow(*window_, place, text, TextKind::source);
+        },
+        NoticeBar::AfterChoice::stay);
+    notices_->addChoice(
+        translated(kContext, "Open in Editor"),
+        [this, at = TextPlace{file, *failure.line, *failure.column}] {
+            if (!openInEditor(at))
+                showTextWindow(*window_, translated(kContext, "Open in Editor"),
+                               translated(kContext,
+                                          "No program could be started to open {}. "
+                                          "Edit > Text Editor… says which one it is.",
+                                          {at.file}));
         },
         NoticeBar::AfterChoice::stay);
 }

@@ -39,6 +39,16 @@ std::vector<core::FieldValue> onlyChoices(model::Element& element) {
     return choices;
 }
 
+bool isStop(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const core::EditStopped&) {
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 } // namespace
 
 ProjectSession::ProjectSession(const core::PluginHost& plugins, BusyRunner& runner)
@@ -343,7 +353,7 @@ void ProjectSession::redo() {
                 [this] { editor_->redo(); });
 }
 
-void ProjectSession::import(model::Element& target, std::string document,
+void ProjectSession::import(model::Element& target, ImportPlan plan,
                             std::move_only_function<void(const ImportResult&)> then) {
     if (isBusy())
         return;
@@ -352,12 +362,34 @@ void ProjectSession::import(model::Element& target, std::string document,
     emit stepBegins(Way::forth, true);
     performBeside(
         {Effect::structure, translated(kContext, "Importing")},
-        [this, result, &target, document = std::move(document)]() mutable {
-            *result = editor_->import(target, std::move(document));
+        [this, result, &target, plan = std::move(plan)] {
+            *result = editor_->import(target, *plan.document, plan.options, plan.corrections);
         },
         [this, result, then = std::move(then)](const std::exception_ptr& failure) mutable {
             emit stepEnded(Way::forth, !failure);
             then(failure ? ImportResult(std::unexpected(messageOf(failure))) : *result);
+        });
+}
+
+// The tree is another one for a while, but no step is taken.
+void ProjectSession::previewImport(model::Element& target, ImportPlan plan,
+                                   std::move_only_function<void(PreviewResult)> then) {
+    if (isBusy())
+        return;
+    auto preview = std::make_shared<core::ImportPreview>();
+    performBeside(
+        {.effect = Effect::structure,
+         .title = translated(kContext, "Finding out what the import changes"),
+         .stoppable = BusyRunner::Stoppable::yes},
+        [this, preview, &target, plan = std::move(plan)] {
+            *preview =
+                editor_->previewImport(target, *plan.document, plan.options, plan.corrections);
+        },
+        [preview, then = std::move(then)](const std::exception_ptr& failure) mutable {
+            if (failure)
+                then(std::unexpected(Obstacle{messageOf(failure), isStop(failure)}));
+            else
+                then(std::move(*preview));
         });
 }
 

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace corvane::workbench::gui {
@@ -84,10 +85,27 @@ public:
     void undo();
     void redo();
 
+    /// What is imported, and how the user wants it.
+    struct ImportPlan {
+        std::shared_ptr<const std::string> document; // not null; as long as the file is
+        core::ImportOptions options = {};
+        std::vector<core::ImportCorrection> corrections;
+    };
+
     /// Imports a document and tells how it went: what came in, or why nothing did.
     using ImportResult = std::expected<core::ImportResult, QString>;
-    void import(model::Element& target, std::string document,
+    void import(model::Element& target, ImportPlan plan,
                 std::move_only_function<void(const ImportResult&)> then);
+
+    /// Why something was not found out: for what reason, or since the user did not want to wait.
+    struct Obstacle {
+        QString reason;
+        bool stopped;
+    };
+    /// Tells what `import` would do. The project is as it was then.
+    using PreviewResult = std::expected<core::ImportPreview, Obstacle>;
+    void previewImport(model::Element& target, ImportPlan plan,
+                       std::move_only_function<void(PreviewResult)> then);
 
     /// How a step of the history is taken: for the first time, taken back, or made again.
     enum class Way : std::uint8_t { forth, back, again };

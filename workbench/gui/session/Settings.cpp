@@ -13,6 +13,7 @@ QString recentKey() { return QStringLiteral("recentProjects"); }
 QString themeKey() { return QStringLiteral("theme"); }
 QString summariesKey() { return QStringLiteral("summariesInTree"); }
 QString columnsKey(const QString& kind) { return QStringLiteral("columns/") + kind; }
+QString editorKey() { return QStringLiteral("editorCommand"); }
 QString layoutKey(const QString& piece) { return QStringLiteral("layout/") + piece; }
 
 } // namespace
@@ -50,6 +51,12 @@ QStringList columns(const QString& kind) {
 
 void setColumns(const QString& kind, const QStringList& columns) {
     QSettings().setValue(columnsKey(kind), columns);
+}
+
+QString editorCommand() { return QSettings().value(editorKey()).toString().trimmed(); }
+
+void setEditorCommand(const QString& command) {
+    QSettings().setValue(editorKey(), command.trimmed());
 }
 
 QByteArray layout(const QString& piece) {

@@ -27,6 +27,10 @@ void setSummariesShown(bool shown);
 [[nodiscard]] QStringList columns(const QString& kind);
 void setColumns(const QString& kind, const QStringList& columns);
 
+/// The command that opens a text file in the user's editor (see TextEditor.hpp); empty for none.
+[[nodiscard]] QString editorCommand();
+void setEditorCommand(const QString& command);
+
 /// A piece of the window's layout, as Qt packs it; empty if none was kept.
 [[nodiscard]] QByteArray layout(const QString& piece);
 void setLayout(const QString& piece, const QByteArray& state);

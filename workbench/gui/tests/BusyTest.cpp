@@ -206,6 +206,7 @@ TEST_F(GuiTest, ALargeProjectIsEditedUndoneAndImportedInto) {
     EXPECT_TRUE(child<QTreeView>("projectTree").isExpanded(tree().currentIndex().parent()));
 
     window().openFiles({example("bottling-line.db")});
+    confirmImport();
     ASSERT_TRUE(settleUntil([&] { return element("/P/Line") != nullptr; }));
     trigger(Command::undo);
     EXPECT_EQ(element("/P/Line"), nullptr);

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
+#include <QProcess>
 #include <QPushButton>
 #include <QSettings>
 
@@ -102,6 +103,19 @@ QByteArray GuiTest::largeProject() {
 
 QString GuiTest::example(const char* file) {
     return QStringLiteral(CORVANE_EXAMPLES "/") + QString::fromLatin1(file);
+}
+
+QByteArray GuiTest::runCommandLine(const QStringList& arguments) {
+    QProcess process;
+    process.start(QStringLiteral(CORVANE_COMMAND_LINE), arguments);
+    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
+}
+
+QByteArray GuiTest::dataBlock(const char* name, const QByteArray& declarations) {
+    return QByteArray("DATA_BLOCK \"") + name + "\" { S7_Optimized_Access := 'FALSE' } STRUCT " +
+           declarations + " END_STRUCT; BEGIN END_DATA_BLOCK\n";
 }
 
 QAction& GuiTest::action(Command command) {
@@ -234,6 +248,15 @@ void GuiTest::dropFile(QWidget& part, const QString& file) {
     EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&part, &drop);
+    settle();
+}
+
+void GuiTest::confirmImport() {
+    const auto button = [this] {
+        return window_->findChild<QPushButton*>(QStringLiteral("importNow"));
+    };
+    ASSERT_TRUE(settleUntil([&] { return button() != nullptr; })) << notice().toStdString();
+    QTest::mouseClick(button(), Qt::LeftButton);
     settle();
 }
 

@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QLabel;
 
@@ -42,6 +43,10 @@ public:
         const auto given = question.answers.indexOf(answer);
         return given < 0 ? question.onEscape : static_cast<int>(given);
     }
+    std::optional<QString> enterText(QWidget*, const Entry& entry) override {
+        entries += entry.value;
+        return entered;
+    }
     QString chooseOne(QWidget*, const QString&, const QString&,
                       const QStringList& choices) override {
         offered = choices;
@@ -55,6 +60,7 @@ public:
     QString answer; // Escape where a question does not offer it
     Unsaved unsaved = Unsaved::cancel;
     bool agree = false;
+    std::optional<QString> entered;
 
     QString suggested;
     QString askedTitle;
@@ -63,6 +69,7 @@ public:
     QStringList confirmed;
     QStringList asked;
     QStringList offered;
+    QStringList entries; // what texts to be entered began with
 };
 
 /// A window under test, driven by keys and clicks, with the real plug-in.
@@ -90,6 +97,10 @@ protected:
     /// A project that is worked on beside the window: "/P/B/i0" to "/P/B/i29999".
     static QByteArray largeProject();
     static QString example(const char* file);
+    /// What the command line prints on standard output; it is expected to succeed.
+    static QByteArray runCommandLine(const QStringList& arguments);
+    /// The source of a data block with these declarations.
+    static QByteArray dataBlock(const char* name, const QByteArray& declarations = "x : Bool;");
 
     QAction& action(Command command);
     void trigger(Command command);
@@ -136,6 +147,8 @@ protected:
 
     /// Drops a file on a part of the window, as file managers do: they offer its path as text, too.
     void dropFile(QWidget& part, const QString& file);
+    /// Waits until the window asks whether to import, and confirms it.
+    void confirmImport();
     /// Imports the example into a new element by dropping it on the window.
     void importExample();
 

@@ -3,6 +3,7 @@
 
 #include "workbench/core/edit/workspace/Fields.hpp"
 #include "workbench/gui/fields/UnsignedSpinBox.hpp"
+#include "workbench/gui/preview/ImportPreviewDialog.hpp"
 
 #include <QPushButton>
 
@@ -114,6 +115,8 @@ TEST_F(PendingTest, AnImportEntersTheNumber) {
     typeNumber("/PLC", "Rack number", "3");
     dropFile(*field("Rack number"), example("packaging-plant.db"));
     EXPECT_EQ(valueOf("/PLC", u"Rack number"), ui::ControlValue(std::uint64_t{3}));
+    child<ImportPreviewDialog>().reject();
+    settle();
 
     typeNumber("/PLC", "Slot number", "4");
     dialogs_.fileToImport = example("bottling-line.db");

@@ -3,31 +3,12 @@
 #include "workbench/gui/fields/UnsignedSpinBox.hpp"
 
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QPushButton>
 
 #include <array>
 #include <functional>
 
 namespace corvane::workbench::gui {
-
-namespace {
-
-QByteArray runCommandLine(const QStringList& arguments) {
-    QProcess process;
-    process.start(QStringLiteral(CORVANE_COMMAND_LINE), arguments);
-    EXPECT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-    return process.readAllStandardOutput();
-}
-
-QByteArray dataBlock(const char* name) {
-    return QByteArray("DATA_BLOCK \"") + name +
-           "\" { S7_Optimized_Access := 'FALSE' } STRUCT x : Bool; END_STRUCT; BEGIN "
-           "END_DATA_BLOCK\n";
-}
-
-} // namespace
 
 TEST_F(GuiTest, AUserBuildsAProjectFromNothing) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
@@ -152,6 +133,7 @@ TEST_F(GuiTest, AnImportTellsOfNamesThatMislead) {
         return child<NoticeBar>().kind() == NoticeBar::Kind::information;
     })) << "the second time the number is the project's";
     window().openFiles({writeFile("x.db", block("new : Int; a : Int; b : Int;"))});
+    confirmImport();
     ASSERT_TRUE(settleUntil([&] { return element("/PLC/x/b 2") != nullptr; }));
     EXPECT_EQ(child<NoticeBar>().kind(), NoticeBar::Kind::warning);
     EXPECT_TRUE(notice().contains(QStringLiteral(

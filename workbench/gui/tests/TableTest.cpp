@@ -182,7 +182,7 @@ TEST_F(TableTest, SeveralHundredRowsAreChangedAtOnceInOneStep) {
     window().openFiles({writeFile("many.db", "DATA_BLOCK Many { S7_Optimized_Access := 'FALSE' } "
                                              "STRUCT values : Array[1..250] of Int; END_STRUCT; "
                                              "BEGIN END_DATA_BLOCK")});
-    settle();
+    confirmImport();
     select("/PLC/Many");
     trigger(Command::showTable);
     ASSERT_EQ(table().model()->rowCount(), 250);

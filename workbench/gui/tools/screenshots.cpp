@@ -4,6 +4,7 @@
 #include "workbench/core/plugins/PluginFolders.hpp"
 #include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/look/Theme.hpp"
+#include "workbench/gui/preview/ImportPreviewDialog.hpp"
 #include "workbench/gui/session/Settings.hpp"
 #include "workbench/gui/tools/OwnSettings.hpp"
 #include "workbench/gui/window/Application.hpp"
@@ -12,8 +13,11 @@
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <cstdio>
@@ -31,6 +35,7 @@ public:
     Unsaved askUnsaved(QWidget*, const QString&) override { return Unsaved::discard; }
     bool confirm(QWidget*, const Question&) override { return true; }
     int choose(QWidget*, const Choice& question) override { return question.byDefault; }
+    std::optional<QString> enterText(QWidget*, const Entry&) override { return std::nullopt; }
     QString chooseOne(QWidget*, const QString&, const QString&, const QStringList&) override {
         return {};
     }
@@ -45,6 +50,7 @@ public:
         window_->openFiles({file});
         settle();
         showForm();
+        showImport(file);
         showError();
         showTable();
         showProblems();
@@ -60,10 +66,12 @@ private:
             QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     }
 
-    void take(const char* name) const {
+    void take(const char* name) const { take(name, *window_); }
+
+    void take(const char* name, QWidget& shown) const {
         settle();
         const auto path = QDir(folder_).filePath(QString::fromLatin1(name) + ".png");
-        if (!window_->grab().save(path))
+        if (!shown.grab().save(path))
             std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     }
 
@@ -103,6 +111,26 @@ private:
         select(*leaves().at(3));
         trigger(Command::showForm);
         take("form");
+    }
+
+    /// The file again, with a variable in front and a block behind.
+    void showImport(const QString& file) const {
+        QFile source(file);
+        const QTemporaryDir folder;
+        QFile changed(folder.filePath(QFileInfo(file).fileName()));
+        if (!source.open(QIODevice::ReadOnly) || !changed.open(QIODevice::WriteOnly))
+            return;
+        auto text = source.readAll();
+        text.insert(text.indexOf("STRUCT") + 6, "\n      Pressure : Real;");
+        changed.write(text + "DATA_BLOCK \"Labeller\"\n{ S7_Optimized_Access := 'FALSE' }\n"
+                             "STRUCT Ready : Bool; END_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
+        changed.close();
+        window_->openFiles({changed.fileName()});
+        settle();
+        auto* const preview = window_->findChild<ImportPreviewDialog*>();
+        take("import", *preview);
+        preview->reject();
+        settle();
     }
 
     void showError() const {

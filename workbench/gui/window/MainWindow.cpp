@@ -2,6 +2,7 @@
 
 #include "workbench/gui/look/PlainText.hpp"
 #include "workbench/gui/look/Text.hpp"
+#include "workbench/gui/preview/ImportPreviewDialog.hpp"
 #include "workbench/gui/session/Settings.hpp"
 
 #include <QCloseEvent>
@@ -73,6 +74,8 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
 
 MainWindow::~MainWindow() {
     runner_.abandon();
+    delete preview_.data(); // what it shows goes with the session
+    delete importer_;
     delete goToElement_;
     delete commands_; // they follow the keyboard, which leaves the parts one by one
     // The parts look at the session as long as they live.
@@ -140,6 +143,8 @@ void MainWindow::connectParts() {
                 if (elements.size() > 1)
                     table_->showSiblings(elements);
             });
+    connect(importer_, &Importer::reviewWanted, this, &MainWindow::showPreview);
+    connect(importer_, &Importer::answered, this, &MainWindow::takePending);
     connect(tree_, &TreePanel::selectionChanged, this, [this] {
         if (table_->showsSiblings() && !session_.isBusy() && tree_->selected().size() == 1)
             table_->leaveSiblings();
@@ -266,8 +271,13 @@ void MainWindow::openFiles(const QStringList& files) {
     });
 }
 
+void MainWindow::showPreview(const std::shared_ptr<ImportDraft>& draft) {
+    preview_ = new ImportPreviewDialog(draft, session_, this);
+    preview_->open();
+}
+
 void MainWindow::takePending() {
-    while (!pendingFiles_.isEmpty() && !session_.isBusy()) {
+    while (!pendingFiles_.isEmpty() && !session_.isBusy() && !importer_->isAsking()) {
         const auto file = pendingFiles_.takeFirst();
         if (extensionOf(file) == kProjectExtension)
             files_->open(file);

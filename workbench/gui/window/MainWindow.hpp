@@ -20,6 +20,7 @@
 
 #include <optional>
 
+class QDialog;
 class QSplitter;
 class QStackedWidget;
 class QTabWidget;
@@ -71,11 +72,13 @@ private:
     void beginBusy(const QString& title);
     void endBusy();
     void takePending();
+    void showPreview(const std::shared_ptr<ImportDraft>& draft);
     void goTo(model::Element* element, std::string_view key);
     void showElement(model::Element* element);
     void updateHistory();
     void updateTitle();
     void updateStart();
+    void chooseEditor();
     void showAbout();
     void keepLayout();
     void restoreLayout();
@@ -104,6 +107,7 @@ private:
     BusyPage* busy_;
     ProjectFiles* files_;
     Importer* importer_;
+    QPointer<QDialog> preview_; // while the user is asked about an import
 
     QStringList pendingFiles_;
     QPixmap snapshot_; // of what the busy page will stand in for

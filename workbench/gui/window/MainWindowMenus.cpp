@@ -5,6 +5,7 @@
 #include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/look/Theme.hpp"
 #include "workbench/gui/session/Settings.hpp"
+#include "workbench/gui/session/TextEditor.hpp"
 
 #include <QActionGroup>
 #include <QCoreApplication>
@@ -60,6 +61,8 @@ void MainWindow::buildMenus() {
     for (const auto command :
          {Command::changeSelected, Command::copyRows, Command::pasteCells, Command::fillDown})
         edit.addAction(&actions_[command]);
+    edit.addSeparator();
+    edit.addAction(&actions_[Command::chooseEditor]);
 
     auto& view = *menuBar()->addMenu(translated(kContext, "&View"));
     for (const auto command : {Command::showTree, Command::showForm, Command::showTable,
@@ -159,6 +162,7 @@ void MainWindow::connectCommands() {
     on(Command::moveDown, [this] { commands_->move(ElementCommands::Direction::down); });
     on(Command::pickUp, [this] { commands_->pickUp(); });
     on(Command::putHere, [this] { commands_->put(); });
+    on(Command::chooseEditor, [this] { chooseEditor(); });
     on(Command::about, [this] { showAbout(); });
 }
 
@@ -219,6 +223,26 @@ void MainWindow::connectViewCommands() {
     });
     on(Command::showProblems, [this] { problems_->focusList(); });
     on(Command::nextProblem, [this] { problems_->activateNext(); });
+}
+
+// What would open nothing is not kept.
+void MainWindow::chooseEditor() {
+    const Dialogs::Entry entry{
+        .title = translated(kContext, "Text Editor"),
+        .text = translated(kContext,
+                           "The command that opens a file in your editor. {} stand for "
+                           "the file and the place in it; without a command the system "
+                           "chooses the program.",
+                           {QStringLiteral("{file}, {line}, {column}")}),
+        .value = settings::editorCommand()};
+    const auto command = dialogs_->enterText(this, entry);
+    if (!command)
+        return;
+    const auto objection = objectionTo(*command);
+    if (objection.isEmpty())
+        settings::setEditorCommand(*command);
+    else
+        notices_->showNotice(NoticeBar::Kind::refusal, objection);
 }
 
 void MainWindow::showAbout() {

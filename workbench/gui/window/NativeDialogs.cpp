@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <utility>
+
 namespace corvane::workbench::gui {
 
 namespace {
@@ -96,6 +98,13 @@ int NativeDialogs::choose(QWidget* parent, const Choice& question) {
     box.exec();
     const auto given = buttons.indexOf(box.clickedButton());
     return given < 0 ? question.onEscape : static_cast<int>(given);
+}
+
+std::optional<QString> NativeDialogs::enterText(QWidget* parent, const Entry& entry) {
+    bool accepted = false;
+    auto text = QInputDialog::getText(parent, entry.title, entry.text, QLineEdit::Normal,
+                                      entry.value, &accepted);
+    return accepted ? std::optional(std::move(text)) : std::nullopt;
 }
 
 QString NativeDialogs::chooseOne(QWidget* parent, const QString& title, const QString& text,

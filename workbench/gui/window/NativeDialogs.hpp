@@ -14,6 +14,7 @@ public:
     Unsaved askUnsaved(QWidget* parent, const QString& projectName) override;
     bool confirm(QWidget* parent, const Question& question) override;
     int choose(QWidget* parent, const Choice& question) override;
+    std::optional<QString> enterText(QWidget* parent, const Entry& entry) override;
     QString chooseOne(QWidget* parent, const QString& title, const QString& text,
                       const QStringList& choices) override;
 
