@@ -16,6 +16,11 @@ namespace {
 // address, and one that was saved without is valid, if of no use, when it is loaded again.
 constexpr std::string_view kMissingAddress = "missing";
 
+std::u16string missingAddressText() {
+    return i18n::translate(Plc::kTextContext,
+                           validationMessageText(ValidationMessage::missingNetworkAddress));
+}
+
 } // namespace
 
 void Plc::configureProperties(bindings::PropertyConfigurationContext& context) {
@@ -25,8 +30,12 @@ void Plc::configureProperties(bindings::PropertyConfigurationContext& context) {
 bindings::Validation Plc::validateAddress() {
     if (!address.empty())
         return {};
-    return std::unexpected(i18n::translate(
-        kTextContext, validationMessageText(ValidationMessage::missingNetworkAddress)));
+    return std::unexpected(missingAddressText());
+}
+
+// The reason is the same, only that it is no error any more.
+std::u16string Plc::addressRemark() const {
+    return address == kMissingAddress ? missingAddressText() : std::u16string();
 }
 
 void Plc::load(utils::json::decoder::Object& members, config::Context&) {

@@ -30,6 +30,10 @@ public:
     bool forEachTask(function_ref<bool(const process::Task&)> visit) const override;
     std::unique_ptr<skill::Binding> createBinding() override; // forms/PlcBinding.cpp
 
+    /// What is to be said of an address that is valid only since a document must not be without
+    /// one; empty for any other.
+    [[nodiscard]] std::u16string addressRemark() const;
+
 private:
     bindings::Validation validateAddress();
 };

@@ -62,7 +62,11 @@ Item::Binding::Binding(Item& item)
                translatedTexts<Item>("Address", "The data item address",
                                      "This field shows the address of the data item."),
                fieldHandle(item, &Item::address), textAccessor(pointer(), &Item::address),
-               {.placeholder = {}, .minimumWidth = 0, .preferredWidth = 0, .fixUp = fixUpAddress}),
+               {.placeholder = {},
+                .minimumWidth = 0,
+                .preferredWidth = 0,
+                .fixUp = fixUpAddress,
+                .remark = {}}),
       effectiveAddress_(
           "effectiveAddress",
           translatedTexts<Item>("Effective address", "The effective address of the data item",

@@ -1,5 +1,6 @@
 #include "workbench/gui/form/FormRow.hpp"
 
+#include "workbench/core/project/FieldRemarks.hpp"
 #include "workbench/gui/look/Icons.hpp"
 #include "workbench/gui/look/PlainText.hpp"
 #include "workbench/gui/look/Text.hpp"
@@ -21,44 +22,46 @@ FormRow::FormRow(ui::Control& control, QWidget* parent)
     : QWidget(parent),
       field_(makeField(control, this)),
       picture_(new QLabel(this)),
-      error_(plainLabel(this)) {
+      text_(plainLabel(this)) {
     auto& widget = field_->widget();
     // Fields that ask for nothing are as wide as each other.
     if (const auto width = field_->preferredWidth())
         widget.setFixedWidth(*width > 0 ? *width : kDefaultWidth);
-    error_->setWordWrap(true);
-    error_->setForegroundRole(kErrorRole);
-    error_->setObjectName(widget.objectName() + QStringLiteral(" error"));
-    picture_->setPixmap(icon("error").pixmap(kErrorPicture));
+    text_->setWordWrap(true);
+    text_->setObjectName(widget.objectName() + QStringLiteral(" error"));
     picture_->setAlignment(Qt::AlignTop);
 
     auto* const errorLine = new QHBoxLayout;
     errorLine->setSpacing(5);
     errorLine->addWidget(picture_);
-    errorLine->addWidget(error_, 1);
+    errorLine->addWidget(text_, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(3);
     layout->addWidget(&widget, 0, Qt::AlignLeft);
     layout->addLayout(errorLine);
     setFocusProxy(&widget);
-    showError({});
+    show(Kind::error, {});
 }
 
 void FormRow::refresh() {
     field_->refresh();
-    const auto* const error = field_->control().error();
-    showError(error != nullptr ? toQt(*error) : QString());
+    if (const auto* const error = field_->control().error())
+        show(Kind::error, toQt(*error));
+    else
+        show(Kind::remark, toQt(core::remarkOn(field_->control())));
 }
 
-void FormRow::showError(const QString& error) {
-    error_->setText(error);
-    error_->setVisible(!error.isEmpty());
-    picture_->setVisible(!error.isEmpty());
+void FormRow::show(Kind kind, const QString& text) {
+    text_->setText(text);
+    text_->setVisible(!text.isEmpty());
+    text_->setForegroundRole(kind == Kind::error ? kErrorRole : QPalette::WindowText);
+    picture_->setPixmap(icon(kind == Kind::error ? "error" : "problem").pixmap(kErrorPicture));
+    picture_->setVisible(!text.isEmpty());
     // A screen reader says both when the field is entered.
     const auto description = toQt(field_->control().texts().description);
     field_->widget().setAccessibleDescription(
-        error.isEmpty() ? description : error + QStringLiteral(". ") + description);
+        text.isEmpty() ? description : text + QStringLiteral(". ") + description);
 }
 
 } // namespace corvane::workbench::gui

@@ -4,11 +4,14 @@
 
 #include <QWidget>
 
+#include <cstdint>
+
 class QLabel;
 
 namespace corvane::workbench::gui {
 
-/// A field of the form with the error that it has, if any, below it.
+/// A field of the form with the error that it has, if any, below it; or else with what is to be
+/// remarked on its value.
 class FormRow : public QWidget {
     Q_OBJECT
 
@@ -18,15 +21,16 @@ public:
 
     [[nodiscard]] Field& field() const { return *field_; }
 
-    /// Shows what the control holds now: value and error.
+    /// Shows what the control holds now: value, and error or remark.
     void refresh();
 
 private:
-    void showError(const QString& error);
+    enum class Kind : std::uint8_t { error, remark };
+    void show(Kind kind, const QString& text);
 
     Field* field_;
     QLabel* picture_;
-    QLabel* error_;
+    QLabel* text_; // of the error or the remark
 };
 
 } // namespace corvane::workbench::gui

@@ -63,6 +63,23 @@ TEST_F(GuiTest, AUserBuildsAProjectFromNothing) {
               runCommandLine({"show", path("other.json"), "--json"}));
 }
 
+// A file must not be without an address, so that it says "missing", which is none all the same.
+TEST_F(GuiTest, AnAddressThatWasNeverEnteredIsAskedForAfterReadingToo) {
+    addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
+    press(Qt::Key_Return);
+    dialogs_.projectToSave = path("empty.json");
+    trigger(Command::saveProject);
+    reopenWindow();
+    window().openFiles({path("empty.json")});
+    ASSERT_TRUE(settleUntil([&] { return element("/PLC") != nullptr; }));
+    select("/PLC");
+    EXPECT_EQ(shown("Address"), "missing");
+    EXPECT_EQ(element("/PLC")->getSkillElement()->localPropertyErrorCount(), 0U);
+    EXPECT_EQ(errorAt("Address"), "Please enter the network address of the target PLC");
+    type("Address", "10.0.0.1");
+    EXPECT_EQ(errorAt("Address"), "");
+}
+
 TEST_F(GuiTest, WhatIsTypedInOneVisitIsOneStep) {
     addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
     type("Address", "10.0.0.1");

@@ -81,9 +81,12 @@ TEST_F(ControlsTest, ShowTheirTextsAndTheirProperty) {
 }
 
 TEST_F(ControlsTest, TextFieldReadsAndWritesItsField) {
-    ui::TextField field(
-        "key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit),
-        {.placeholder = u"enter a unit", .minimumWidth = 1, .preferredWidth = 300, .fixUp = {}});
+    ui::TextField field("key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit),
+                        {.placeholder = u"enter a unit",
+                         .minimumWidth = 1,
+                         .preferredWidth = 300,
+                         .fixUp = {},
+                         .remark = {}});
     EXPECT_EQ(field.settings().placeholder, u"enter a unit");
     EXPECT_EQ(field.settings().minimumWidth, 1);
     EXPECT_EQ(field.settings().preferredWidth, 300);
@@ -108,7 +111,7 @@ TEST_F(ControlsTest, TextFieldCorrectsWhatIsEntered) {
         }
     };
     ui::TextField field("key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit),
-                        {.placeholder = {}, .fixUp = dropBlanks});
+                        {.placeholder = {}, .fixUp = dropBlanks, .remark = {}});
     const auto edit = field.corrected({u"  mm", 4, 2});
     EXPECT_EQ(edit.text, u"mm");
     EXPECT_EQ(edit.cursor, 2u);
@@ -121,8 +124,9 @@ TEST_F(ControlsTest, TextFieldCorrectsWhatIsEntered) {
 
 TEST_F(ControlsTest, TextFieldSetsAsIfTypedToTheEnd) {
     ui::TextEdit seen;
-    ui::TextField field("key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit),
-                        {.placeholder = {}, .fixUp = [&](ui::TextEdit& edit) { seen = edit; }});
+    ui::TextField field(
+        "key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit),
+        {.placeholder = {}, .fixUp = [&](ui::TextEdit& edit) { seen = edit; }, .remark = {}});
     EXPECT_EQ(refusal(field, std::u16string(u"mm")), u"");
     EXPECT_EQ(seen.cursor, 2u);
     EXPECT_EQ(seen.anchor, 2u);
@@ -340,8 +344,9 @@ TEST_F(ControlsTest, PutBackWhatNoUserCouldEnter) {
                         {{u"m", u"m"}});
     EXPECT_EQ(restored(list, [&] { probe_.unit = u"m"; }), ControlValue(u"inch"));
 
-    ui::TextField text("key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit),
-                       {.placeholder = {}, .fixUp = [](ui::TextEdit& edit) { edit.text.clear(); }});
+    ui::TextField text(
+        "key", {}, handle(probe_.unit), accessorOf(probe_, probe_.unit),
+        {.placeholder = {}, .fixUp = [](ui::TextEdit& edit) { edit.text.clear(); }, .remark = {}});
     EXPECT_EQ(restored(text, [&] { probe_.unit = u"m"; }), ControlValue(u"inch"));
 }
 

@@ -74,6 +74,15 @@ TEST_F(PlcForm, HasItsEditorsSettings) {
     EXPECT_EQ(form.at<ui::PushButton>(kImport).extension(), ".db");
 }
 
+TEST_F(PlcForm, RemarksOnAnAddressThatIsNone) {
+    const auto& remark = form.at<ui::TextField>(kAddress).settings().remark;
+    EXPECT_EQ(utf8(remark()), "") << "an empty address is an error";
+    plc.address = "missing";
+    EXPECT_EQ(utf8(remark()), kNoAddress);
+    plc.address = "missing.example";
+    EXPECT_EQ(utf8(remark()), "");
+}
+
 TEST_F(PlcForm, IsTranslated) {
     constexpr std::string_view kContext = "corvane::workbench::plugins::s7Driver::Plc";
     expectContext(plc, kContext);

@@ -6,7 +6,7 @@ namespace corvane::workbench::gui {
 namespace {
 
 class ImportingTest : public GuiTest {
-protected:
+public:
     ImportingTest() {
         addFromMenu("startAdd", QStringLiteral("S7 Compatible PLC"));
         press(Qt::Key_Return);

@@ -19,7 +19,7 @@ namespace {
 
 /// A project of a plant, and the same plant's file after a week.
 class PreviewTest : public GuiTest {
-protected:
+public:
     PreviewTest() {
         runCommandLine({"import", writeFile("old.db", oldSource), "--project", path("P.json")});
         runCommandLine({"add", path("P.json"), "/PLC", "Command", "Fast"});

@@ -1,30 +1,18 @@
 // The user's editor, and the way from a refused file to it.
 #include "GuiTesting.hpp"
 
+#include "workbench/gui/look/Text.hpp"
 #include "workbench/gui/session/Settings.hpp"
 #include "workbench/gui/session/TextEditor.hpp"
 
-#include <QDesktopServices>
+#include "UrlOpener.hpp"
+
 #include <QFile>
 #include <QPlainTextEdit>
 
 namespace corvane::workbench::gui {
 
 namespace {
-
-/// Stands for the program that the system opens files with.
-class Opener : public QObject {
-    Q_OBJECT
-
-public:
-    Opener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
-    ~Opener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
-
-    QList<QUrl> opened;
-
-public slots:
-    void open(const QUrl& url) { opened += url; }
-};
 
 class TextEditorTest : public GuiTest {
 protected:
@@ -49,7 +37,7 @@ protected:
 TEST(EditorCallTest, FillsInThePlaceWithoutAShell) {
     const TextPlace place{QStringLiteral("/a b/{line} $HOME;'x.db"), 12, 3};
     struct Case {
-        const char* command;
+        std::string_view command;
         QStringList call;
     };
     const Case cases[] = {
@@ -60,7 +48,7 @@ TEST(EditorCallTest, FillsInThePlaceWithoutAShell) {
         {"ed {File} {} {{line}} $HOME {file}", {"ed", "{File}", "{}", "{12}", "$HOME", place.file}},
     };
     for (const auto& [command, call] : cases)
-        EXPECT_EQ(editorCall(QString::fromLatin1(command), place), call) << command;
+        EXPECT_EQ(editorCall(toQt(command), place), call) << command;
 }
 
 TEST(EditorCallTest, WhatWouldOpenNothingIsObjectedTo) {
@@ -71,7 +59,7 @@ TEST(EditorCallTest, WhatWouldOpenNothingIsObjectedTo) {
 }
 
 TEST_F(TextEditorTest, WithoutACommandTheSystemOpensTheFile) {
-    Opener system;
+    UrlOpener system;
     dropBroken();
     clickNotice("Open in Editor");
     EXPECT_EQ(system.opened, QList<QUrl>{QUrl::fromLocalFile(path("a b.db"))});
@@ -79,7 +67,7 @@ TEST_F(TextEditorTest, WithoutACommandTheSystemOpensTheFile) {
 }
 
 TEST_F(TextEditorTest, TheUsersCommandOpensItAtThePlace) {
-    Opener system;
+    UrlOpener system;
     dialogs_.entered = "\"" + makeEditor() + "\" --line {line} --column {column} {file}";
     trigger(Command::chooseEditor);
     EXPECT_EQ(dialogs_.entries, QStringList{""});
@@ -118,5 +106,3 @@ TEST_F(TextEditorTest, ABadCommandIsRefusedAndAMissingProgramTold) {
 }
 
 } // namespace corvane::workbench::gui
-
-#include "TextEditorTest.moc"

@@ -35,6 +35,13 @@ public:
         /// Corrects what a user typed, after each edit; may be empty. It leaves cursor and anchor
         /// within the text.
         ControlFunction<void(TextEdit&)> fixUp;
+        /// What a user should know of a value although it is valid, translated; an empty text where
+        /// there is nothing to say. Asked whenever the field is shown, and for every element of a
+        /// project that is checked: it looks at the value and no further. May be empty.
+        ///
+        ///     .remark = [this] { return pointer()->isSample() ? translate(kContext, "...") : u"";
+        ///     }
+        ControlFunction<std::u16string()> remark;
     };
 
     TextField(std::string_view key, Texts texts, bindings::PropertyHandle property,
