@@ -80,7 +80,7 @@ TEST_F(ArgumentsTest, NeedNothingInFrontOfThem) {
 TEST_F(ArgumentsTest, ReachThePathsOfElements) {
     for (const auto& text : kTexts) {
         const auto none = failed("the project has no element “" + text + "”");
-        for (const std::string verb : {"show", "members", "form", "remove"})
+        for (const std::string verb : {"show", "members", "map", "form", "remove"})
             EXPECT_EQ(place.run({verb, "P.json", text}), none);
         EXPECT_EQ(place.run({"set", "P.json", text, "a=b"}), none);
         EXPECT_EQ(place.run({"add", "P.json", text, "PLC"}), none);
@@ -146,6 +146,11 @@ TEST_F(ArgumentsTest, ReachTheOptionsWithValues) {
         EXPECT_EQ(place.run({"import", "--project=" + text, "--dry-run", "a.db"}), changed(text));
         EXPECT_EQ(place.run({"import", "a.db", "--project", "P.json", "--at", text}),
                   failed("the project has no element “" + text + "”"));
+    }
+    for (const std::string text : {"++", "--json", "-x", "[a,b]"}) {
+        EXPECT_EQ(place.run({"import", "a.db", "--project=P.json"}).exitCode, 0);
+        EXPECT_EQ(place.run({"map", "P.json", "/PLC/Data", "--output", text}), done());
+        EXPECT_TRUE(place.has(text));
     }
     // An empty value is one, and does not take the next word.
     EXPECT_EQ(place.run({"import", "a.db", "--project=P.json", "--at=", "--dry-run"}),

@@ -11,7 +11,7 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-const std::vector<std::string> kVerbs{"import", "show", "members", "check",  "form",
+const std::vector<std::string> kVerbs{"import", "show", "members", "check",  "map",    "form",
                                       "set",    "add",  "rename",  "remove", "plugins"};
 
 } // namespace
@@ -75,6 +75,9 @@ TEST(Usage, AWrongCommandLineIsToldFromAFailedJob) {
         {{"members", "P.json"}, "PATH is required", "members"},
         {{"check"}, "PROJECT is required", "check"},
         {{"check", "P.json", "/PLC"}, "The following argument was not expected: /PLC", "check"},
+        {{"map", "P.json"}, "PATH is required", "map"},
+        {{"map", "P.json", "/PLC", "--width", "12"}, "--width: “12” is neither 8 nor 16", "map"},
+        {{"map", "P.json", "/PLC", "--output"}, "--output: 1 required TEXT missing", "map"},
         {{"form"}, "PROJECT is required", "form"},
         {{"form", "P.json"}, "PATH is required", "form"},
         {{"import", "a.db", "--dry-run"}, "--dry-run requires --project", "import"},

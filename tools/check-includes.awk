@@ -44,7 +44,7 @@ BEGIN {
     framework("bindings", "workbench model")
     framework("config", "i18n model host")
     framework("ui", "i18n model host bindings")
-    framework("skill", "workbench i18n model bindings config ui")
+    framework("skill", "workbench data i18n model bindings config ui")
 
     # What the importer's stages share, then the stages; the pipeline at the root knows them all.
     knows["plugins/s7/dbimport/facts"] = "-"
@@ -59,6 +59,7 @@ BEGIN {
     knows["workbench/core/plugins"] = "-"
     knows["workbench/core/project"] = "files plugins"
     knows["workbench/core/import"] = "plugins project"
+    knows["workbench/core/memory"] = "project"
     knows["workbench/core/edit/workspace"] = "plugins project import"
     knows["workbench/core/edit/steps"] = "plugins project import workspace"
     knows["workbench/core/edit"] = "plugins project import workspace steps"
@@ -74,7 +75,8 @@ BEGIN {
     knows["workbench/gui/table"] = "look session fields"
     knows["workbench/gui/problems"] = "look session"
     knows["workbench/gui/preview"] = "look session fields form"
-    knows["workbench/gui/window"] = "preview look session fields tree form table problems"
+    knows["workbench/gui/memory"] = "look session"
+    knows["workbench/gui/window"] = "preview look session fields tree form table memory problems"
 
     for (i = 1; i < ARGC; ++i) {
         sub(/^\.\//, "", ARGV[i])

@@ -180,12 +180,50 @@ void addMembers(Program& program) {
 }
 
 void addCheck(Program& program) {
-    addVerb<CheckRequest>(program, "check",
-                          "Print every property error of a project; exits with 1 if there are any",
-                          [](CLI::App& verb, CheckRequest& request) {
-                              addText(verb, "PROJECT", request.project, kProjectHelp)->required();
-                              verb.add_flag("--json", request.json, kJsonHelp);
-                          });
+    addVerb<CheckRequest>(
+        program, "check", "Print every property error of a project; exits with 1 if there are any",
+        [](CLI::App& verb, CheckRequest& request) {
+            addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+            verb.add_flag("--warnings", request.warnings,
+                          "Print what is suspicious, too: elements that share memory, and "
+                          "blocks that are the same one; warnings alone exit with 0");
+            verb.add_flag("--json", request.json, kJsonHelp);
+        });
+}
+
+/// How many bytes stand in a row of a map.
+void addWidth(CLI::App& verb, unsigned& width) {
+    verb.add_option(
+            "--width",
+            [&width](const CLI::results_t& words) {
+                width = asGiven(words.front()) == "16" ? 16 : 8;
+                return true;
+            },
+            "Bytes in a row; 8 without this option")
+        ->check(CLI::Validator(
+            [](const std::string& word) {
+                const auto text = asGiven(word);
+                return text == "8" || text == "16" ? std::string()
+                                                   : "“" + text + "” is neither 8 nor 16";
+            },
+            "", "width"))
+        ->option_text("8|16");
+}
+
+void addMap(Program& program) {
+    addVerb<MapRequest>(
+        program, "map",
+        "Draw the memory of a block, such as a data block: an SVG picture, or text on a terminal",
+        [](CLI::App& verb, MapRequest& request) {
+            addText(verb, "PROJECT", request.project, kProjectHelp)->required();
+            addText(verb, "PATH", request.path,
+                    "Path of the block, or of an element that lies in it or in another memory")
+                ->required();
+            verb.add_flag("--text", request.text, "Draw with characters in any case");
+            addWidth(verb, request.width);
+            addText(verb, "--output", request.output, "Write the picture to this file")
+                ->option_text("FILE");
+        });
 }
 
 void addForm(Program& program) {
@@ -263,6 +301,7 @@ void addVerbs(Program& program) {
     addShow(program);
     addMembers(program);
     addCheck(program);
+    addMap(program);
     addForm(program);
     addSet(program);
     addAdd(program);

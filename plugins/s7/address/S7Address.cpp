@@ -80,11 +80,10 @@ public:
 
     //    M10.3
     //       ^
-    Fault bitOffset() {
+    Fault bitOffset(std::uint8_t& bit) {
         constexpr std::uint8_t kHighestBit = 7;
         if (!take('.'))
             return AddressMessage::unexpectedAfterByteOffset;
-        std::uint8_t bit = 0;
         if (const Fault fault = number(AddressNumber::bitOffset, bit))
             return fault;
         if (bit > kHighestBit)
@@ -98,24 +97,30 @@ private:
 
 } // namespace
 
-std::expected<S7Address, AddressMessage> readAddress(std::string_view text) noexcept {
+std::expected<S7Location, AddressMessage> readLocation(std::string_view text) noexcept {
     Remainder rest(text);
-    S7Address address;
-    if (const Fault fault = rest.dataBlockPrefix(address))
+    S7Location location;
+    if (const Fault fault = rest.dataBlockPrefix(location.address))
         return std::unexpected(*fault);
-    if (const Fault fault = rest.memoryArea(address))
+    if (const Fault fault = rest.memoryArea(location.address))
         return std::unexpected(*fault);
     rest.sizeLetter();
-    std::uint16_t byteOffset = 0;
-    if (const Fault fault = rest.number(AddressNumber::byteOffset, byteOffset))
+    if (const Fault fault = rest.number(AddressNumber::byteOffset, location.offset))
         return std::unexpected(*fault);
     if (rest.empty())
-        return address;
-    if (const Fault fault = rest.bitOffset())
+        return location;
+    if (const Fault fault = rest.bitOffset(location.bit))
         return std::unexpected(*fault);
     if (!rest.empty())
         return std::unexpected(AddressMessage::extraCharacters);
-    return address;
+    return location;
+}
+
+std::expected<S7Address, AddressMessage> readAddress(std::string_view text) noexcept {
+    const auto location = readLocation(text);
+    if (!location)
+        return std::unexpected(location.error());
+    return location->address;
 }
 
 } // namespace corvane::workbench::plugins::s7Driver

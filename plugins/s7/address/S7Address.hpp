@@ -71,7 +71,8 @@ inline constexpr std::array kDataSizeLetters = {
     DataSizeLetter{'X', DataSize::Bit},
 };
 
-/// What is kept of an address text; the offsets and the size letter are checked and dropped.
+/// What is kept of an address text by who asks which memory it names: the offsets and the size
+/// letter are checked and dropped.
 struct S7Address {
     /// Engaged only when the text begins with a data block prefix, "DB12." before a marker.
     std::optional<std::uint16_t> dbNumber;
@@ -84,6 +85,42 @@ struct S7Address {
 /// Reads an address text, or says what is wrong with it: the first fault from the left. Nothing is
 /// trimmed. An empty text lacks its memory area.
 [[nodiscard]] std::expected<S7Address, AddressMessage> readAddress(std::string_view text) noexcept;
+
+/// An address text with the place that it names: the number behind the marker, of a byte as a rule,
+/// and the bit in it.
+struct S7Location {
+    S7Address address;
+    std::uint16_t offset = 0;
+    std::uint8_t bit = 0; ///< 0 to 7; 0 where the text names none
+};
+
+/// As `readAddress`, offsets included.
+[[nodiscard]] std::expected<S7Location, AddressMessage>
+readLocation(std::string_view text) noexcept;
+
+/// The marker of a memory area.
+[[nodiscard]] constexpr std::string_view markerOf(MemoryArea area) {
+    for (const auto& marker : kMemoryAreaMarkers)
+        if (marker.area == area)
+            return marker.text;
+    return {};
+}
+
+/// The bits that one number of an address in this area counts: those of a byte, but timers and
+/// counters are numbered one by one, and each is a word.
+[[nodiscard]] constexpr unsigned bitsPerOffset(MemoryArea area) {
+    constexpr unsigned kByte = 8;
+    constexpr unsigned kWord = 16;
+    switch (area) {
+    case MemoryArea::Counters:
+    case MemoryArea::Timers:
+    case MemoryArea::IecCounters:
+    case MemoryArea::IecTimers:
+        return kWord;
+    default:
+        return kByte;
+    }
+}
 
 /// As `readAddress`; throws std::runtime_error with the message's text where the text is no
 /// address. For who has no other way to go on; the elements ask `readAddress`, since a project with

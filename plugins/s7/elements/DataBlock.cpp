@@ -1,5 +1,6 @@
 #include "elements/DataBlock.hpp"
 
+#include "address/DataBlockPrefix.hpp"
 #include "elements/DocumentKeys.hpp"
 #include "elements/ImportNamespaces.hpp"
 #include "elements/Item.hpp"
@@ -55,6 +56,12 @@ skill::Element::Summary DataBlock::summary() const {
     i18n::fillTranslated(summary.address, kTextContext, "DB{}",
                          {utils::numeric::detail::formatNumber(dbNumber).view()});
     return summary;
+}
+
+data::MemoryUse DataBlock::memoryUse() const {
+    data::MemoryBlock block{std::string(kDataBlockMarker)};
+    block.designation += utils::numeric::detail::formatNumber(dbNumber).view();
+    return block;
 }
 
 void DataBlock::handDownDbNumber() {

@@ -32,6 +32,8 @@ public:
     /// Made from the DB number: data blocks are the same where their numbers are, whatever their
     /// names.
     [[nodiscard]] std::optional<utils::core::Uuid> importId() const override;
+    /// A memory of its own, known by its number: "DB5".
+    [[nodiscard]] data::MemoryUse memoryUse() const override;
 
     /// How the PLC calls the block, which begins the addresses of what is in it.
     [[nodiscard]] Summary summary() const override;

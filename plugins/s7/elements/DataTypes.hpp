@@ -97,4 +97,29 @@ inline constexpr std::array<DataType, 17> kDataTypes{{
                        [&](const DataType& type) { return type.name == name; });
 }
 
+/// What a text takes in a PLC's memory: a head that holds two lengths, then its characters, all of
+/// them whether they are used or not.
+struct TextLayout {
+    ValueType type;
+    std::uint8_t headBytes;
+    std::uint8_t characterBytes;
+};
+
+inline constexpr std::array<TextLayout, 2> kTextLayouts{{
+    {ValueType::text8, 2, 1},
+    {ValueType::text16, 4, 2},
+}};
+
+/// The bits that a value takes in a PLC's memory: 1 for a boolean, the head and `characters` for a
+/// text; 0 where the type does not say. A text beyond any memory counts as one that just is.
+[[nodiscard]] constexpr std::uint64_t bitsInMemory(const DataType& type, std::uint64_t characters) {
+    constexpr std::uint64_t kMostCharacters = std::uint64_t{1} << 32U;
+    constexpr std::uint64_t kByte = 8;
+    for (const auto& text : kTextLayouts)
+        if (text.type == type.valueType)
+            return kByte *
+                   (text.headBytes + text.characterBytes * std::min(characters, kMostCharacters));
+    return kValueTypes[static_cast<std::size_t>(type.valueType)].bits;
+}
+
 } // namespace corvane::workbench::plugins::s7Driver

@@ -47,6 +47,10 @@ public:
     /// Takes over the existing item's command.
     void importMerge(const skill::Element& existing) override;
     [[nodiscard]] bool preserveExistingNameOnImport() const override { return true; }
+    /// Where its address says, as long as its data type does: in the block that it is a member of,
+    /// or in the area that a standalone item names. A member that names another block than its own
+    /// in its address lies nowhere.
+    [[nodiscard]] data::MemoryUse memoryUse() const override; // ItemMemory.cpp
 
     /// The data type, with its size where it has one, and the effective address or, of a standalone
     /// item, the address.

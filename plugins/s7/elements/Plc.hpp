@@ -29,6 +29,7 @@ public:
     bool forEachEvent(function_ref<bool(const process::Event&)> visit) const override;
     bool forEachTask(function_ref<bool(const process::Task&)> visit) const override;
     std::unique_ptr<skill::Binding> createBinding() override; // forms/PlcBinding.cpp
+    [[nodiscard]] data::MemoryUse memoryUse() const override { return data::MemoryDevice{}; }
 
     /// What is to be said of an address that is valid only since a document must not be without
     /// one; empty for any other.

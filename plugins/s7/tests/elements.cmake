@@ -10,6 +10,7 @@ corvane_test(s7_elements_test
         elements/ItemTest.cpp
         elements/ItemValidationTest.cpp
         elements/MembersTest.cpp
+        elements/MemoryTest.cpp
         elements/PlcTest.cpp
         plugin/SkillTest.cpp
         elements/StructTest.cpp

@@ -71,6 +71,9 @@ public:
 
     void flush() { stream_.flush(); }
 
+    /// Whether a person looks at it.
+    [[nodiscard]] bool goesToTerminal() const { return isTerminal_; }
+
 private:
     void writeMasked(std::string_view text);
     void writeInBold(std::string_view text);

@@ -1,10 +1,15 @@
 #include "workbench/cli/output/TextOutput.hpp"
 #include "workbench/cli/verbs/Session.hpp"
 #include "workbench/cli/verbs/Verbs.hpp"
+#include "workbench/core/memory/MemoryWarnings.hpp"
 #include "workbench/core/project/ElementWalk.hpp"
 #include "workbench/core/project/PropertyErrors.hpp"
 
 #include <corvane/utils/json/Encoder.hpp>
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace corvane::workbench::cli {
 
@@ -12,45 +17,75 @@ namespace {
 
 namespace encoder = utils::json::encoder;
 
-void writeJson(utils::io::OutputStream& output, const std::vector<core::PropertyError>& errors) {
+struct Findings {
+    std::vector<core::PropertyError> errors;
+    std::vector<core::MemoryWarning> warnings;
+    bool withWarnings; // they were asked for
+};
+
+void writeEntry(encoder::Array& array, std::string_view severity, const model::Element& element,
+                std::u16string_view field, std::u16string_view message) {
+    auto object = array.addObject();
+    if (!severity.empty())
+        object.addStringView("severity", severity);
+    object.addStringView("element", element.path());
+    object.addWideString("field", field);
+    object.addWideString("message", message);
+}
+
+void writeJson(utils::io::OutputStream& output, const Findings& found) {
     encoder::Document document(output, encoder::Format::lines);
     {
         auto array = document.array();
-        for (const auto& error : errors) {
-            auto object = array.addObject();
-            object.addStringView("element", error.element->path());
-            object.addWideString("field", error.field);
-            object.addWideString("message", error.message);
-        }
+        for (const auto& error : found.errors)
+            writeEntry(array, found.withWarnings ? "error" : "", *error.element, error.field,
+                       error.message);
+        for (const auto& warning : found.warnings)
+            writeEntry(array, "warning", *warning.element, {}, core::messageOf(warning));
     }
     output.put('\n');
 }
 
-void writeText(TextOutput& output, const std::vector<core::PropertyError>& errors) {
-    for (const auto& error : errors) {
-        output.writeBold(error.element->path());
-        output.write(": ");
-        output.write(narrow(error.field));
-        output.write(": ");
-        output.writeLine(narrow(error.message));
-    }
-    if (errors.empty())
-        output.writeLine("No problems found.");
-    else
-        output.writeLine(std::to_string(errors.size()) +
-                         (errors.size() == 1 ? " problem found." : " problems found."));
+void writeLine(TextOutput& output, const model::Element& element, std::string_view field,
+               std::u16string_view message) {
+    output.writeBold(element.path());
+    output.write(": ");
+    output.write(field);
+    output.write(": ");
+    output.writeLine(narrow(message));
+}
+
+/// "No problems", "1 problem", "3 problems"; `none` is "No" or "no".
+std::string counted(std::size_t number, std::string_view what, std::string_view none) {
+    std::string text = number == 0 ? std::string(none) : std::to_string(number);
+    text.append(" ").append(what);
+    return number == 1 ? text : text + "s";
+}
+
+void writeText(TextOutput& output, const Findings& found) {
+    for (const auto& error : found.errors)
+        writeLine(output, *error.element, narrow(error.field), error.message);
+    for (const auto& warning : found.warnings)
+        writeLine(output, *warning.element, "warning", core::messageOf(warning));
+    auto summary = counted(found.errors.size(), "problem", "No");
+    if (found.withWarnings)
+        summary += ", " + counted(found.warnings.size(), "warning", "no");
+    output.writeLine(summary + " found.");
 }
 
 } // namespace
 
 ExitCode run(const CheckRequest& request, Session& session) {
     const auto project = session.open(request.project);
-    const auto errors = core::propertyErrors(project.model().root().childElements());
+    const auto elements = project.model().root().childElements();
+    Findings found{core::propertyErrors(elements), {}, request.warnings};
+    if (request.warnings)
+        found.warnings = core::memoryWarnings(elements);
     if (request.json)
-        session.output().writeDocument([&](auto& stream) { writeJson(stream, errors); });
+        session.output().writeDocument([&](auto& stream) { writeJson(stream, found); });
     else
-        writeText(session.output(), errors);
-    return errors.empty() ? kDone : kFailed;
+        writeText(session.output(), found);
+    return found.errors.empty() ? kDone : kFailed;
 }
 
 } // namespace corvane::workbench::cli

@@ -56,8 +56,18 @@ ExitCode run(const MembersRequest& request, Session& session);
 struct CheckRequest {
     std::filesystem::path project;
     bool json = false;
+    bool warnings = false; // tell what is suspicious and no error, too
 };
 ExitCode run(const CheckRequest& request, Session& session);
+
+struct MapRequest {
+    std::filesystem::path project;
+    std::string path; // of a block, or of an element that lies in a memory
+    bool text = false;
+    unsigned width = 8;                          // bytes in a row
+    std::optional<std::filesystem::path> output; // standard output without it
+};
+ExitCode run(const MapRequest& request, Session& session);
 
 struct FormRequest {
     std::filesystem::path project;

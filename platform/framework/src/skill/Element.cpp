@@ -55,6 +55,8 @@ bool Element::hasImportIdOf(const Element& other) const {
 
 Element::Summary Element::summary() const { return {}; }
 
+data::MemoryUse Element::memoryUse() const { return {}; }
+
 void Element::importMerge(const Element&) {}
 
 bool Element::preserveExistingNameOnImport() const { return false; }

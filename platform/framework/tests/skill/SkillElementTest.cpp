@@ -64,6 +64,11 @@ TEST(SkillElement, HasNoImportIdentityByDefault) {
     EXPECT_EQ(station.importId(), std::nullopt);
 }
 
+TEST(SkillElement, TakesNoMemoryByDefault) {
+    EXPECT_EQ(Station().memoryUse(), data::MemoryUse());
+    EXPECT_EQ(Station().memoryUse().index(), 0u);
+}
+
 TEST(SkillElement, DeclaresNoPropertyByDefault) {
     Station station;
     station.makeDefault();

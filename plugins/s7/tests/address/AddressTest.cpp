@@ -86,6 +86,36 @@ TEST(Address, GoodTexts) {
     }
 }
 
+TEST(Address, PlacesThatTextsName) {
+    struct Case {
+        std::string_view text;
+        unsigned offset;
+        unsigned bit;
+    };
+    constexpr Case kCases[] = {
+        {"M10.3", 10, 3},    {"MB0", 0, 0},         {"M0.007", 0, 7},        {"MB65535", 65535, 0},
+        {"M00012", 12, 0},   {"T7", 7, 0},          {"DBX4.1", 4, 1},        {"DB1.5", 1, 5},
+        {"DB12.DBW8", 8, 0}, {"DB12.DBX8.6", 8, 6}, {"DB65535.7", 65535, 7},
+    };
+    for (const Case& one : kCases) {
+        SCOPED_TRACE(one.text);
+        const auto location = readLocation(one.text);
+        ASSERT_TRUE(location);
+        EXPECT_EQ(location->offset, one.offset);
+        EXPECT_EQ(location->bit, one.bit);
+        EXPECT_EQ(location->address, parseAddress(one.text));
+    }
+    EXPECT_EQ(readLocation("M0.8").error(), AddressMessage::bitOffsetOutOfRange);
+}
+
+TEST(Address, AreasHaveTheirMarkersAndUnits) {
+    for (const auto& marker : kMemoryAreaMarkers) {
+        EXPECT_EQ(markerOf(marker.area), marker.text);
+        const bool isNumbered = marker.text.ends_with('C') || marker.text.ends_with('T');
+        EXPECT_EQ(bitsPerOffset(marker.area), isNumbered ? 16U : 8U) << marker.text;
+    }
+}
+
 TEST(Address, BadTexts) {
     const std::string area = "missing memory area in the address";
     const std::string inconsistent = "inconsistent address, while a DB number is set, the memory "

@@ -7,6 +7,7 @@
 #include <corvane/utils/memory/Pool.hpp>
 #include <corvane/workbench/bindings/PropertyConfigurationContext.hpp>
 #include <corvane/workbench/bindings/PropertyController.hpp>
+#include <corvane/workbench/data/MemoryUse.hpp>
 #include <corvane/workbench/function_ref.hpp>
 
 #include <memory>
@@ -120,6 +121,17 @@ public:
     /// each element that is painted, and of all of them when a user looks for an address, so it
     /// says what is known already and looks for nothing.
     [[nodiscard]] virtual Summary summary() const;
+
+    /// What the element takes of its device's memory, or the memory that it is; nothing by default.
+    ///
+    /// The host asks a million elements in a row, so that it should cost no more than reading the
+    /// fields that it follows from. It must not throw; of an element whose address is wrong it says
+    /// nothing, as its validator tells that. What a user reads beside it is `summary`.
+    ///
+    ///     data::MemoryUse Pump::memoryUse() const {
+    ///         return data::MemoryExtent{.area = "M", .offset = 8 * byte, .size = 16};
+    ///     }
+    [[nodiscard]] virtual data::MemoryUse memoryUse() const;
 
     /// The place in the tree; null for an element that has none, such as a fresh clone.
     [[nodiscard]] model::Element* modelElement() { return modelElement_; }
