@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view kContext = "corvane::workbench::gui::ProblemsModel";
 constexpr int kStepElements = 64;
+constexpr int kIdleMilliseconds = 250; // nobody types or drags
 constexpr std::array<const char*, 3> kHeadings{"Problem", "Element", "Field"};
 
 const ui::Control* controlOf(const core::OpenForm& form, bindings::PropertyId property) {
@@ -23,10 +24,16 @@ const ui::Control* controlOf(const core::OpenForm& form, bindings::PropertyId pr
     return nullptr;
 }
 
-QString textOf(const ProblemsModel::Problem& problem, int column) {
+QString messageOf(const Problem& problem) {
+    return problem.severity == Severity::error
+               ? problem.message
+               : translated(kContext, "Warning: {}", {problem.message});
+}
+
+QString textOf(const Problem& problem, int column) {
     switch (column) {
     case 0:
-        return problem.message;
+        return messageOf(problem);
     case 1:
         return problem.path;
     default:
@@ -41,25 +48,38 @@ ProblemsModel::ProblemsModel(ProjectSession& session, QObject* parent)
     restart_.setSingleShot(true);
     restart_.setInterval(0);
     connect(&restart_, &QTimer::timeout, this, &ProblemsModel::restart);
+    idle_.setSingleShot(true);
+    idle_.setInterval(kIdleMilliseconds);
+    connect(&idle_, &QTimer::timeout, this, qOverload<>(&ProblemsModel::lookForWarnings));
     connect(session_, &ProjectSession::resetBegins, this, &ProblemsModel::drop);
     connect(session_, &ProjectSession::removalBegins, this, &ProblemsModel::drop);
-    connect(session_, &ProjectSession::insertionBegins, &slicer_, &Slicer::stop);
+    connect(session_, &ProjectSession::insertionBegins, this, [this] {
+        slicer_.stop();
+        idle_.stop();
+    });
     connect(session_, &ProjectSession::structureChanged, &restart_, qOverload<>(&QTimer::start));
     connect(session_, &ProjectSession::valuesUpdated, &restart_, qOverload<>(&QTimer::start));
 }
 
 void ProblemsModel::drop() {
     slicer_.stop();
-    if (problems_.empty())
+    idle_.stop();
+    show(errors_, {});
+    show(warnings_, {});
+}
+
+void ProblemsModel::show(std::vector<Problem>& part, std::vector<Problem> found) {
+    if (found == part)
         return;
     beginResetModel();
-    problems_.clear();
+    part = std::move(found);
     endResetModel();
 }
 
 void ProblemsModel::restart() {
     if (session_->isBusy())
         return; // told again afterwards
+    idle_.stop();
     found_.clear();
     foundTotal_ = 0;
     foundAbove_.clear();
@@ -78,7 +98,7 @@ bool ProblemsModel::look(TreeWalk& walk) {
             continue;
         foundTotal_ += errors;
         noteAbove(*element);
-        if (found_.size() < kMaxListed) {
+        if (found_.size() < kMaxListedProblems) {
             note(*element);
             return false; // a form is more than a step of the walk
         }
@@ -91,7 +111,7 @@ void ProblemsModel::note(model::Element& element) {
     element.getSkillElement()->forEachError(
         [&](bindings::PropertyId property, const std::u16string& message) {
             const auto* const control = controlOf(form, property);
-            found_.push_back({&element, toQt(std::string_view(element.path())),
+            found_.push_back({Severity::error, &element, toQt(std::string_view(element.path())),
                               control == nullptr ? std::string() : std::string(control->key()),
                               control == nullptr ? QString() : toQt(control->texts().label),
                               toQt(message)});
@@ -107,16 +127,35 @@ void ProblemsModel::noteAbove(const model::Element& element) {
 // The list keeps its place where nothing has changed in it.
 void ProblemsModel::publish() {
     total_ = foundTotal_;
-    if (found_ != problems_) {
-        beginResetModel();
-        problems_ = std::exchange(found_, {});
-        endResetModel();
-    }
+    show(errors_, std::exchange(found_, {}));
     emit counted(total_, foundAbove_);
+    idle_.start();
+}
+
+void ProblemsModel::lookForWarnings() {
+    if (session_->isBusy())
+        return; // told again afterwards
+    slicer_.start([this, lookup = WarningLookup(session_->root())]() mutable {
+        return lookForWarnings(lookup);
+    });
+}
+
+bool ProblemsModel::lookForWarnings(WarningLookup& lookup) {
+    if (!lookup.step())
+        return false;
+    warningTotal_ = lookup.total();
+    show(warnings_, lookup.takeListed());
+    emit warningsCounted();
+    return true;
+}
+
+const Problem& ProblemsModel::at(int row) const {
+    const auto index = static_cast<std::size_t>(row);
+    return index < errors_.size() ? errors_[index] : warnings_[index - errors_.size()];
 }
 
 int ProblemsModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(problems_.size());
+    return parent.isValid() ? 0 : static_cast<int>(errors_.size() + warnings_.size());
 }
 
 int ProblemsModel::columnCount(const QModelIndex& parent) const {
@@ -128,7 +167,7 @@ QVariant ProblemsModel::data(const QModelIndex& index, int role) const {
         return {};
     const auto& problem = at(index.row());
     if (role == Qt::DecorationRole && index.column() == 0)
-        return icon("error");
+        return icon(problem.severity == Severity::error ? "error" : "warning");
     if (role == Qt::ToolTipRole)
         return withoutFormat(textOf(problem, index.column()));
     return role == Qt::DisplayRole ? textOf(problem, index.column()) : QVariant();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workbench/gui/problems/Problem.hpp"
+#include "workbench/gui/problems/WarningLookup.hpp"
 #include "workbench/gui/session/ProjectSession.hpp"
 #include "workbench/gui/session/Slicer.hpp"
 #include "workbench/gui/session/TreeWalk.hpp"
@@ -12,30 +14,19 @@
 
 namespace corvane::workbench::gui {
 
-/// Every property error of the project, looked for between events after each change.
+/// Every property error of the project, looked for between events after each change, and behind
+/// them what is suspicious, looked for when nothing has changed for a moment.
 class ProblemsModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    /// The most problems that are listed; all are counted.
-    static constexpr std::size_t kMaxListed = 10'000;
-
-    struct Problem {
-        model::Element* element;
-        QString path;
-        std::string key; // of the field's control; empty where the form shows none
-        QString field;   // its label
-        QString message;
-        friend bool operator==(const Problem&, const Problem&) = default;
-    };
-
     ProblemsModel(ProjectSession& session, QObject* parent);
 
-    [[nodiscard]] const Problem& at(int row) const {
-        return problems_[static_cast<std::size_t>(row)];
-    }
+    [[nodiscard]] const Problem& at(int row) const;
     /// How many there are, listed or not.
-    [[nodiscard]] std::size_t total() const { return total_; }
+    [[nodiscard]] std::size_t total(Severity severity) const {
+        return severity == Severity::error ? total_ : warningTotal_;
+    }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -46,6 +37,8 @@ public:
 signals:
     /// The whole project has been looked through; something is wrong below each of `above`.
     void counted(std::size_t total, const std::unordered_set<const model::Element*>& above);
+    /// It has been looked through for what is suspicious, too.
+    void warningsCounted();
 
 private:
     void drop();
@@ -54,12 +47,19 @@ private:
     void note(model::Element& element);
     void noteAbove(const model::Element& element);
     void publish();
+    void lookForWarnings();
+    bool lookForWarnings(WarningLookup& lookup);
+    /// Replaces a part of the list, unless nothing has changed in it.
+    void show(std::vector<Problem>& part, std::vector<Problem> found);
 
     ProjectSession* session_;
     Slicer slicer_;
     QTimer restart_;
-    std::vector<Problem> problems_;
+    QTimer idle_;
+    std::vector<Problem> errors_;
+    std::vector<Problem> warnings_;
     std::size_t total_ = 0;
+    std::size_t warningTotal_ = 0;
     std::vector<Problem> found_;
     std::size_t foundTotal_ = 0;
     std::unordered_set<const model::Element*> foundAbove_;

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace corvane::workbench::gui {
 
 namespace {
@@ -43,8 +45,9 @@ ProblemsPanel::ProblemsPanel(ProjectSession& session, QWidget* parent)
     layout->addWidget(view_, 1);
     connect(view_, &QTableView::clicked, this, &ProblemsPanel::activate);
     connect(view_, &QTableView::activated, this, &ProblemsPanel::activate);
-    connect(model_, &ProblemsModel::counted, this, &ProblemsPanel::showCount);
-    showCount(0);
+    connect(model_, &ProblemsModel::counted, this, &ProblemsPanel::showCounts);
+    connect(model_, &ProblemsModel::warningsCounted, this, &ProblemsPanel::showCounts);
+    showCounts();
 }
 
 void ProblemsPanel::offer(const QList<QAction*>& actions) {
@@ -88,14 +91,18 @@ void ProblemsPanel::setOpen(bool open) {
     setMaximumHeight(open ? QWIDGETSIZE_MAX : sizeHint().height());
 }
 
-void ProblemsPanel::showCount(std::size_t total) {
-    if (total == 0)
-        title_->setText(translated(kContext, "No problems"));
-    else if (total > ProblemsModel::kMaxListed)
-        title_->setText(translated(kContext, "{} problems, the first {} are listed",
-                                   {formatted(total), formatted(ProblemsModel::kMaxListed)}));
-    else
-        title_->setText(counted(kContext, "1 problem", "{} problems", total));
+void ProblemsPanel::showCounts() {
+    const auto errors = model_->total(Severity::error);
+    const auto warnings = model_->total(Severity::warning);
+    auto text = errors == 0 ? translated(kContext, "No problems")
+                            : counted(kContext, "1 problem", "{} problems", errors);
+    if (warnings != 0)
+        text = translated(kContext, "{}, {}",
+                          {text, counted(kContext, "1 warning", "{} warnings", warnings)});
+    if (std::max(errors, warnings) > kMaxListedProblems)
+        text = translated(kContext, "{}, the first {} are listed",
+                          {text, formatted(kMaxListedProblems)});
+    title_->setText(text);
 }
 
 } // namespace corvane::workbench::gui

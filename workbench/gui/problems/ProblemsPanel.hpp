@@ -9,7 +9,7 @@ class QLabel;
 
 namespace corvane::workbench::gui {
 
-/// The list of what is wrong in the project; a click leads to the field.
+/// The list of what is wrong in the project or looks as if; a click leads to the field.
 class ProblemsPanel : public QWidget {
     Q_OBJECT
 
@@ -32,7 +32,7 @@ signals:
 
 private:
     void activate(const QModelIndex& index);
-    void showCount(std::size_t total);
+    void showCounts();
 
     ProblemsModel* model_;
     QTableView* view_;

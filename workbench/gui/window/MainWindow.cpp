@@ -49,6 +49,7 @@ MainWindow::MainWindow(const core::PluginHost& plugins, Dialogs& dialogs,
       tree_(new TreePanel(session_, icons_, this)),
       form_(new FormPanel(session_, icons_, this)),
       table_(new TablePanel(session_, icons_, actions_, this)),
+      memory_(new MemoryPanel(session_, *tree_, this)),
       problems_(new ProblemsPanel(session_, this)),
       start_(new StartPage(actions_, nameFirstSteps(plugins), commands_->addMenu(), this)),
       goToElement_(new GoToElement(session_, this)),
@@ -106,6 +107,7 @@ void MainWindow::buildWorkspace() {
     tabs_->setDocumentMode(true);
     tabs_->addTab(form_, actions_[Command::showForm].icon(), translated(kContext, "Properties"));
     tabs_->addTab(table_, actions_[Command::showTable].icon(), translated(kContext, "Elements"));
+    tabs_->addTab(memory_, actions_[Command::showMemory].icon(), translated(kContext, "Memory"));
     centre_->addWidget(start_);
     centre_->addWidget(tabs_);
     down_->addWidget(centre_);
@@ -151,13 +153,16 @@ void MainWindow::connectParts() {
     });
     connect(problems_, &ProblemsPanel::activated, this, &MainWindow::goTo);
     connect(&problems_->model(), &ProblemsModel::counted, this,
-            [this](std::size_t total, const std::unordered_set<const model::Element*>& above) {
-                actions_[Command::nextProblem].setEnabled(total != 0);
-                openProblems(total != 0);
+            [this](std::size_t, const std::unordered_set<const model::Element*>& above) {
+                updateProblems();
                 tree_->setTroubled(above);
             });
+    connect(&problems_->model(), &ProblemsModel::warningsCounted, this,
+            &MainWindow::updateProblems);
     connect(table_, &TablePanel::elementActivated, this,
             [this](model::Element* element) { goTo(element, {}); });
+    connect(memory_, &MemoryPanel::activated, this,
+            [this](model::Element* element) { tree_->select(*element); });
     connect(goToElement_, &GoToElement::chosen, this, [this](model::Element* element) {
         tree_->select(*element);
         tree_->focusTree();
@@ -222,6 +227,7 @@ void MainWindow::showElement(model::Element* element) {
     if (form_->element() != element || element == nullptr)
         form_->showElement(element);
     table_->setScope(element);
+    memory_->refreshSoon();
 }
 
 void MainWindow::updateHistory() {
@@ -249,6 +255,12 @@ void MainWindow::updateStart() {
 }
 
 // A list without a line has no need of its room, and gets it back.
+void MainWindow::updateProblems() {
+    const bool any = problems_->model().rowCount() != 0;
+    actions_[Command::nextProblem].setEnabled(any);
+    openProblems(any);
+}
+
 void MainWindow::openProblems(bool open) {
     if (open == problems_->isOpen())
         return;

@@ -3,6 +3,7 @@
 #include "workbench/gui/form/FormPanel.hpp"
 #include "workbench/gui/look/Actions.hpp"
 #include "workbench/gui/look/NoticeBar.hpp"
+#include "workbench/gui/memory/MemoryPanel.hpp"
 #include "workbench/gui/problems/ProblemsPanel.hpp"
 #include "workbench/gui/session/BusyRunner.hpp"
 #include "workbench/gui/session/Importer.hpp"
@@ -27,7 +28,7 @@ class QTabWidget;
 
 namespace corvane::workbench::gui {
 
-/// The window: the tree on the left, form or table of what is selected beside it, problems below.
+/// The window: the tree on the left, form, table or memory of what is selected beside it, problems below.
 /// It puts the parts together; what each does is theirs.
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -56,6 +57,7 @@ protected:
 
 private:
     [[nodiscard]] QString nameFirstSteps(const core::PluginHost& plugins);
+    void updateProblems();
     void openProblems(bool open);
     void buildWorkspace();
     void buildMenus();
@@ -101,6 +103,7 @@ private:
     TreePanel* tree_;
     FormPanel* form_;
     TablePanel* table_;
+    MemoryPanel* memory_;
     ProblemsPanel* problems_;
     StartPage* start_;
     GoToElement* goToElement_;

@@ -66,7 +66,7 @@ void MainWindow::buildMenus() {
 
     auto& view = *menuBar()->addMenu(translated(kContext, "&View"));
     for (const auto command : {Command::showTree, Command::showForm, Command::showTable,
-                               Command::showProblems, Command::nextProblem})
+                               Command::showMemory, Command::showProblems, Command::nextProblem})
         view.addAction(&actions_[command]);
     view.addSeparator();
     for (const auto command : {Command::goToElement, Command::expandAll, Command::collapseAll})
@@ -220,6 +220,10 @@ void MainWindow::connectViewCommands() {
     on(Command::showTable, [this] {
         tabs_->setCurrentWidget(table_);
         table_->focusTable();
+    });
+    on(Command::showMemory, [this] {
+        tabs_->setCurrentWidget(memory_);
+        memory_->focusMap();
     });
     on(Command::showProblems, [this] { problems_->focusList(); });
     on(Command::nextProblem, [this] { problems_->activateNext(); });
