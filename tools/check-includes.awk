@@ -3,7 +3,8 @@
 #     utils <- framework <- plugins/s7
 #                        <- workbench/core <- workbench/cli, workbench/gui
 #
-# and inside the plug-in address <- elements <- dbimport <- forms, with plugin/ above them all.
+# and inside the plug-in address <- elements <- dbimport <- forms and dbimport <- prepare, with
+# plugin/ above them all.
 # The rooms inside a piece have arrows of their own: each of `knows` below names what a room may
 # include of its own piece. A folder that is not named there is the top of its piece and may include
 # all of it.
@@ -24,8 +25,9 @@ BEGIN {
     allowed["address"] = platform " address"
     allowed["elements"] = platform " address elements"
     allowed["dbimport"] = platform " address elements dbimport"
+    allowed["prepare"] = platform " address elements dbimport prepare"
     allowed["forms"] = platform " address elements dbimport forms"
-    allowed["plugin"] = platform " address elements dbimport forms plugin"
+    allowed["plugin"] = platform " address elements dbimport prepare forms plugin"
     allowed["plug-in tests"] = allowed["plugin"]
     allowed["core"] = platform " core"
     allowed["cli"] = platform " core cli"
@@ -56,9 +58,9 @@ BEGIN {
     knows["plugins/s7/dbimport/warnings"] = "facts reader diagnosis parser tree"
 
     knows["workbench/core/files"] = "-"
-    knows["workbench/core/plugins"] = "-"
+    knows["workbench/core/plugins"] = "files"
     knows["workbench/core/project"] = "files plugins"
-    knows["workbench/core/import"] = "plugins project"
+    knows["workbench/core/import"] = "files plugins project"
     knows["workbench/core/memory"] = "project"
     knows["workbench/core/edit/workspace"] = "plugins project import"
     knows["workbench/core/edit/steps"] = "plugins project import workspace"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "prepare/SourcePreparer.hpp"
+
 #include <corvane/workbench/skill/Skill.hpp>
 
 #include <memory>
@@ -23,6 +25,11 @@ public:
     /// Only a PLC stands directly under the skill.
     [[nodiscard]] bool
     isTopLevelElementClass(const skill::Element::Class& elementClass) const override;
+    /// Makes plain sources of data blocks.
+    [[nodiscard]] const ui::Preparer* preparer() const override { return &preparer_; }
+
+private:
+    prepare::SourcePreparer preparer_;
 };
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -23,3 +23,14 @@ corvane_test(s7_dbimport_test
         dbimport/TypeTableTest.cpp
     LIBRARIES ${parts} CorvaneWorkbenchPlugin CorvaneUtils
     DEFINITIONS S7_GOLDEN_DIRECTORY="${CMAKE_CURRENT_LIST_DIR}/dbimport/golden")
+
+corvane_test(s7_prepare_test
+    SOURCES
+        prepare/PrepareFormsTest.cpp
+        prepare/PrepareGoldenTest.cpp
+        prepare/PrepareLayoutTest.cpp
+        prepare/PrepareLeftOutTest.cpp
+    LIBRARIES ${parts} CorvaneWorkbenchPlugin CorvaneUtils
+    DEFINITIONS
+        S7_GOLDEN_DIRECTORY="${CMAKE_CURRENT_LIST_DIR}/dbimport/golden"
+        S7_PREPARE_DIRECTORY="${CMAKE_CURRENT_LIST_DIR}/prepare/golden")

@@ -1,6 +1,6 @@
 # The tests of the elements, their forms and the finished module.
 
-set(S7_LIBRARIES s7_address s7_elements s7_dbimport s7_forms s7_plugin CorvaneWorkbenchPlugin)
+set(S7_LIBRARIES ${parts} CorvaneWorkbenchPlugin)
 
 corvane_test(s7_elements_test
     SOURCES

@@ -32,6 +32,8 @@ Skill::Class::~Class() {
         next_->previous_ = previous_;
 }
 
+const ui::Preparer* Skill::Class::preparer() const { return nullptr; }
+
 void Skill::Class::forEachRegistered(function_ref<void(const Class&)> visit) {
     utils::thread::expectOwner();
     for (const auto* entry = first; entry != nullptr; entry = entry->next_)

@@ -1,11 +1,14 @@
 #include <corvane/workbench/ui/Form.hpp>
 
 #include <corvane/workbench/ui/Control.hpp>
+#include <corvane/workbench/ui/Preparer.hpp>
 
 #include <stdexcept>
 #include <string>
 
 namespace corvane::workbench::ui {
+
+Preparer::~Preparer() = default;
 
 std::vector<Control*> FormContents::controls() const {
     std::vector<Control*> all(grouped_);

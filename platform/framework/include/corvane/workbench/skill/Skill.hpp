@@ -9,6 +9,10 @@
 #include <string_view>
 #include <vector>
 
+namespace corvane::workbench::ui {
+class Preparer;
+}
+
 namespace corvane::workbench::skill {
 
 /// What a skill's `registerElementClasses` hands its classes to. The host refuses the plug-in when
@@ -66,6 +70,11 @@ public:
 
     /// Whether elements of a class may stand directly under the skill.
     [[nodiscard]] virtual bool isTopLevelElementClass(const Element::Class& elementClass) const = 0;
+
+    /// What makes importable files of others, which stays the plug-in's and lives until it is
+    /// unloaded; null, as by default, where the skill offers nothing of the kind. Called whenever
+    /// the host looks for one.
+    [[nodiscard]] virtual const ui::Preparer* preparer() const;
 
     /// Visits the class objects that exist, in the order of their construction. The host's way to
     /// find what a module has brought; `visit` loads and unloads nothing.
