@@ -11,8 +11,8 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-const std::vector<std::string> kVerbs{"import", "show", "members", "check",  "map",    "form",
-                                      "set",    "add",  "rename",  "remove", "plugins"};
+const std::vector<std::string> kVerbs{"import", "prepare", "show", "members", "check",  "map",
+                                      "form",   "set",     "add",  "rename",  "remove", "plugins"};
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <functional>
 #include <iterator>
@@ -122,6 +123,27 @@ CLI::Option* addMatch(CLI::App& verb, core::Match& match) {
         ->option_text("address|name");
 }
 
+/// What may be asked for where files are prepared; `mark` is what an import needs for them.
+void addPrepareOptions(CLI::App& verb, PrepareOptions& options, CLI::Option* mark) {
+    const std::array added{
+        verb.add_flag("--standard-access", options.standardAccess,
+                      "Take blocks that do not say which access they have to have standard access"),
+        verb.add_flag("--show-hidden", options.showHidden,
+                      "Take variables that are hidden from outside as read-only ones, so that "
+                      "those behind them have the addresses that they have in the device"),
+        addText(verb, "--constant", options.constants,
+                "The value of a constant, which the files do not have; as often as needed")
+            ->option_text("NAME=VALUE")
+            ->allow_extra_args(false),
+        addText(verb, "--block", options.blocks,
+                "Only the block with this name; as often as needed")
+            ->option_text("NAME")
+            ->allow_extra_args(false)};
+    if (mark != nullptr)
+        for (auto* const option : added)
+            option->needs(mark);
+}
+
 void addImport(Program& program) {
     addVerb<ImportRequest>(
         program, "import",
@@ -156,6 +178,21 @@ void addImport(Program& program) {
                 ->needs(project)
                 ->excludes(document);
             verb.add_flag("--json", request.json, kJsonHelp);
+        });
+}
+
+void addPrepare(Program& program) {
+    addVerb<PrepareRequest>(
+        program, "prepare",
+        "Make of files that refer to each other, or cannot be imported as they are, one that can",
+        [](CLI::App& verb, PrepareRequest& request) {
+            addText(verb, "FILE", request.files,
+                    "Files to prepare together, such as plant.db and those that it refers to")
+                ->required();
+            addText(verb, "--output", request.output,
+                    "Write to this file instead of standard output")
+                ->option_text("FILE");
+            addPrepareOptions(verb, request.options, nullptr);
         });
 }
 
@@ -298,6 +335,7 @@ void addPlugins(Program& program) {
 
 void addVerbs(Program& program) {
     addImport(program);
+    addPrepare(program);
     addShow(program);
     addMembers(program);
     addCheck(program);

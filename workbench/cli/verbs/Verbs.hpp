@@ -27,6 +27,21 @@ enum ExitCode : int {
 /// The path of the project itself, above all elements.
 inline constexpr std::string_view kProjectPath = "/";
 
+/// What a user may ask for where files are prepared for an import.
+struct PrepareOptions {
+    bool standardAccess = false;
+    bool showHidden = false;
+    std::vector<std::string> constants; // "NAME=VALUE"
+    std::vector<std::string> blocks;    // the only ones that are wanted; all where it is empty
+};
+
+struct PrepareRequest {
+    std::vector<std::filesystem::path> files;
+    std::optional<std::filesystem::path> output; // standard output without it
+    PrepareOptions options = {};
+};
+ExitCode run(const PrepareRequest& request, Session& session);
+
 struct ImportRequest {
     std::filesystem::path file;
     std::optional<std::filesystem::path> project;
