@@ -25,6 +25,9 @@ constexpr std::string_view kMissing =
     "line.db:4:5: left out “Line”: needs type “Motor”, which is in none of the files; "
     "name the file that declares it, too\n";
 
+constexpr const char* kGuessed = "warning: line.db:1: a block number is not in the file and was "
+                                 "guessed: “Line” got 1\n";
+
 /// A data block, and the type that it needs, in a file of its own.
 void writeLineAndType(const Sandbox& place) {
     place.write("line.db", dataBlock("Line", "m : \"Motor\";"));
@@ -41,7 +44,7 @@ TEST(Prepare, WritesThePlainSourceOfAllFiles) {
     EXPECT_EQ(place.run({"prepare", "line.db", "Motor.udt", "--output", "plain.db"}), done());
     EXPECT_EQ(place.read("plain.db"), kPrepared);
     EXPECT_EQ(place.run({"prepare", "plain.db"}), done(kPrepared));
-    EXPECT_EQ(listingOf(place.printed({"import", "plain.db", "--document"})).size(), 2U);
+    EXPECT_EQ(listingOf(place.run({"import", "plain.db", "--document"}).out).size(), 2U);
 }
 
 TEST(Prepare, TellsWhatItLeavesOutAndWhatWouldHelp) {
@@ -88,6 +91,47 @@ TEST(Prepare, LeavesFilesAloneWhereItFails) {
               failed("“N” is not of the form NAME=VALUE"));
     EXPECT_EQ(place.files(),
               (std::vector<std::string>{"Motor.udt", "a.txt", "line.db", "plain.db"}));
+}
+
+TEST(ImportPrepared, ImportsWhatPrepareMakes) {
+    const Sandbox place;
+    writeLineAndType(place);
+    static_cast<void>(place.printed({"prepare", "line.db", "Motor.udt", "--output", "plain.db"}));
+    const std::string document = place.run({"import", "plain.db", "--document"}).out;
+    EXPECT_EQ(place.run({"import", "line.db", "Motor.udt", "--prepare", "--document"}),
+              (Result{.exitCode = 0, .out = document, .err = kGuessed}))
+        << "what is told leads to the user's file";
+    const Result into =
+        place.run({"import", "line.db", "Motor.udt", "--prepare", "--project", "p.json"});
+    EXPECT_EQ(into.exitCode, 0) << into;
+    EXPECT_TRUE(into.out.starts_with("Imported line.db, Motor.udt into p.json, /PLC: ")) << into;
+    EXPECT_EQ(listingOfProject(place.read("p.json")), listingOf(document));
+}
+
+TEST(ImportPrepared, ReadsOldExportsAndNamesNoFileButTheUsers) {
+    const Sandbox place;
+    place.write("line.db", dataBlock("Line", "M\xFCll : Int;"));
+    EXPECT_TRUE(place.run({"import", "line.db", "--prepare", "--document"})
+                    .out.contains(R"("name":"Müll")"));
+    const Result told = place.run({"import", "line.db", "--prepare", "--json"});
+    EXPECT_EQ(told.exitCode, 0);
+    EXPECT_EQ(told.err, kGuessed);
+    EXPECT_TRUE(told.out.contains(R"("file": "line.db")")) << told;
+    EXPECT_FALSE(told.out.contains("corvane-")) << told;
+}
+
+TEST(ImportPrepared, FailsWhereNothingIsLeft) {
+    const Sandbox place;
+    writeLineAndType(place);
+    EXPECT_EQ(
+        place.run({"import", "line.db", "--prepare"}),
+        (Result{.exitCode = 1,
+                .out = "",
+                .err = std::string(kMissing) + "corvane: nothing in the files can be imported\n"}));
+    EXPECT_EQ(place.run({"import", "line.db", "Motor.udt"}),
+              misused("The following argument was not expected: Motor.udt", "import"));
+    EXPECT_EQ(place.run({"import", "line.db", "--block", "Line"}),
+              misused("--block requires --prepare", "import"));
 }
 
 } // namespace corvane::test

@@ -48,6 +48,15 @@ void verify(const SetRequest& request) {
     }
 }
 
+void verify(const ImportRequest& request) {
+    if (request.prepare || request.files.size() < 2)
+        return;
+    std::vector<std::string> others;
+    for (const auto& file : std::span(request.files).subspan(1))
+        others.push_back(file.string());
+    throw CLI::ValidationError(CLI::ExtrasError(others).what());
+}
+
 void store(const CLI::results_t& words, std::vector<std::string>& texts) {
     std::ranges::transform(words, std::back_inserter(texts), asGiven);
 }
@@ -149,7 +158,12 @@ void addImport(Program& program) {
         program, "import",
         "Import a file: into a new element that is only shown, or into a project",
         [](CLI::App& verb, ImportRequest& request) {
-            addText(verb, "FILE", request.file, "File to import, such as plant.db")->required();
+            addText(verb, "FILE", request.files,
+                    "File to import, such as plant.db; several with --prepare")
+                ->required();
+            auto* const prepare = verb.add_flag(
+                "--prepare", request.prepare, "Prepare the files first, as the verb prepare does");
+            addPrepareOptions(verb, request.prepareOptions, prepare);
             auto* const project =
                 addText(verb, "--project", request.project,
                         "Import into this project and save it; it is created if it does not exist");

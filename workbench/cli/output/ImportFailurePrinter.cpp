@@ -37,6 +37,8 @@ void printImportFailure(const std::filesystem::path& file, const ui::ImportFailu
     printMessage(narrow(failure.text));
     if (failure.line && failure.column)
         printPlace(file, *failure.line, *failure.column);
+    else if (failure.line)
+        printMessage(file.string() + ":" + std::to_string(*failure.line));
     if (failure.hint)
         printMessage("hint: " + narrow(*failure.hint));
 }

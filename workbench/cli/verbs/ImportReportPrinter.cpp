@@ -92,20 +92,23 @@ void writeCounts(encoder::Object& object, const core::ImportCounts& counts) {
 
 void writeWarnings(encoder::Object& object, const MergedImport& import) {
     auto warnings = object.addArray("warnings");
-    const auto add = [&](const std::string& message, const ui::ImportWarning& place) {
+    const auto add = [&](const std::string& message, const ui::ImportWarning& place,
+                         const std::filesystem::path& file) {
         auto warning = warnings.addObject();
         warning.addStringView("message", message);
-        warning.addStringView("file", import.file.string());
+        warning.addStringView("file", file.string());
         addNumber(warning, "line", place.line);
         addNumber(warning, "column", place.column);
         addText(warning, "element",
                 place.element.empty() ? std::nullopt : std::optional(place.element));
     };
-    for (const auto& warning : import.document.warnings)
-        add(narrow(warning.text), warning);
+    const auto& warningsOfFile = import.document.warnings;
+    for (std::size_t index = 0; index != warningsOfFile.size(); ++index)
+        add(narrow(warningsOfFile[index].text), warningsOfFile[index],
+            import.warningFiles.empty() ? import.file : import.warningFiles[index]);
     for (const auto& warning : import.warnings())
         add(narrow(warning.text).append(adviceOn(warning)),
-            {.text = {}, .element = warning.element});
+            {.text = {}, .element = warning.element}, import.file);
 }
 
 // The pieces stand at the end of the document, in its order, behind what it brings beside them.
@@ -123,9 +126,12 @@ void writeMemory(encoder::Object& object, const MergedImport& import) {
 
 } // namespace
 
-void printFileWarnings(const std::filesystem::path& file, const ui::ImportedDocument& document) {
-    for (const auto& warning : document.warnings)
-        printMessage("warning: " + narrow(core::textOf(warning, file.string())));
+void printFileWarnings(const std::filesystem::path& file, const ui::ImportedDocument& document,
+                       std::span<const std::filesystem::path> files) {
+    for (std::size_t index = 0; index != document.warnings.size(); ++index)
+        printMessage("warning: " +
+                     narrow(core::textOf(document.warnings[index],
+                                         (files.empty() ? file : files[index]).string())));
 }
 
 void printMergeWarnings(const MergedImport& import) {

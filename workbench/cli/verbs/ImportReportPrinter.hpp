@@ -7,6 +7,7 @@
 #include <corvane/workbench/ui/ImportedDocument.hpp>
 
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,9 @@ struct MergedImport {
     const model::Element* newTarget = nullptr; // the target, where it was added for the import
     core::ImportOptions options = {};
     ui::ImportedDocument document = {};
+    /// Of each of the document's warnings the file that it is about; empty where all are about
+    /// `file`.
+    std::vector<std::filesystem::path> warningFiles = {};
     core::ImportOutcome outcome = {};
     core::ImportChanges changes = {};
 
@@ -33,7 +37,8 @@ struct MergedImport {
 
 /// Prints a line to standard error for each warning that the plug-in has of a file. A failure must
 /// be alone on the first line there: so not before the import is done.
-void printFileWarnings(const std::filesystem::path& file, const ui::ImportedDocument& document);
+void printFileWarnings(const std::filesystem::path& file, const ui::ImportedDocument& document,
+                       std::span<const std::filesystem::path> files = {});
 
 /// Prints a line to standard error for each warning that the merging gave rise to.
 void printMergeWarnings(const MergedImport& import);

@@ -3,6 +3,7 @@
 #include "workbench/cli/output/TreePrinter.hpp"
 #include "workbench/cli/verbs/ImportReportPrinter.hpp"
 #include "workbench/cli/verbs/ImportSummary.hpp"
+#include "workbench/cli/verbs/Preparing.hpp"
 #include "workbench/cli/verbs/Session.hpp"
 #include "workbench/cli/verbs/Verbs.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
@@ -10,16 +11,27 @@
 
 #include <corvane/utils/string/Utf.hpp>
 
+#include <cstdint>
 #include <expected>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace corvane::workbench::cli {
 
 namespace {
+
+/// The files, as the user named them.
+std::string namesOf(const ImportRequest& request) {
+    std::string names;
+    for (const auto& file : request.files)
+        names.append(names.empty() ? "" : ", ").append(file.string());
+    return names;
+}
 
 /// A file that cannot be imported before any plug-in has looked at it, and what helps.
 class RefusedFile : public std::runtime_error {
@@ -47,7 +59,7 @@ model::Element& newTarget(core::Project& project, const ImportRequest& request,
                           const std::string& extension) {
     auto* const target = core::addImportTarget(project, extension);
     if (target == nullptr)
-        refuseFile(request.file, "no loaded plug-in imports “" + extension + "” files");
+        refuseFile(request.files.front(), "no loaded plug-in imports “" + extension + "” files");
     return *target;
 }
 
@@ -64,14 +76,75 @@ model::Element& onlyTarget(core::Project& project, const ImportRequest& request,
     throw std::runtime_error(message);
 }
 
+/// What is imported: a file as it is, or what was made of several.
+struct Source {
+    std::filesystem::path file; ///< the first one, if there are several
+    std::string extension;
+    std::optional<core::PreparedFiles> prepared = std::nullopt;
+
+    /// The file in which this line stands that a plug-in has named, with the line there.
+    [[nodiscard]] core::PreparedFiles::Place placeOf(std::optional<std::uint64_t> line) const {
+        const auto origin = prepared ? prepared->originOf(line) : std::nullopt;
+        return origin ? *origin
+                      : core::PreparedFiles::Place{.file = file, .line = line.value_or(0)};
+    }
+};
+
+Source sourceOf(const ImportRequest& request, const Session& session) {
+    const auto& file = request.files.front();
+    if (!request.prepare)
+        return {.file = file, .extension = core::importExtensionOf(file)};
+    auto prepared = prepare(session, request.files, request.prepareOptions);
+    if (prepared.source.text.empty())
+        throw std::runtime_error(std::string(kNothingPrepared));
+    std::string extension = prepared.extension;
+    return {.file = file, .extension = std::move(extension), .prepared = std::move(prepared)};
+}
+
+/// Says where in the user's files the warnings are, instead of in what was made of them; of each
+/// the file, nothing where the one file is the user's.
+std::vector<std::filesystem::path> leadToFiles(ui::ImportedDocument& document,
+                                               const Source& source) {
+    std::vector<std::filesystem::path> files;
+    if (!source.prepared)
+        return files;
+    files.reserve(document.warnings.size());
+    for (auto& warning : document.warnings) {
+        auto origin = source.placeOf(warning.line);
+        if (warning.line)
+            warning.line = origin.line;
+        warning.column.reset();
+        files.push_back(std::move(origin.file));
+    }
+    return files;
+}
+
+/// What the button makes of the text that was prepared. The user knows nothing of the file in which
+/// it stands meanwhile, and is told of his own.
+std::expected<ui::ImportedDocument, ui::ImportFailure> pressPrepared(ui::PushButton& button,
+                                                                     const Source& source) {
+    using utils::string::detail::utf8ToUtf16;
+    const core::ScratchFile scratch(source.prepared->source.text, source.extension);
+    auto document = button.press(scratch.path());
+    if (document)
+        return document;
+    auto& failure = document.error();
+    const auto name = utf8ToUtf16(scratch.path().string());
+    if (const auto at = failure.text.find(name); at != std::u16string::npos)
+        failure.text.replace(at, name.size(), utf8ToUtf16(source.file.string()));
+    failure.column.reset();
+    return document;
+}
+
 /// Presses the button.
-std::expected<ui::ImportedDocument, ui::ImportFailure>
-documentOf(const ImportRequest& request, model::Element& target, const std::string& extension) {
+std::expected<ui::ImportedDocument, ui::ImportFailure> documentOf(const Source& source,
+                                                                  model::Element& target) {
     const core::OpenForm form(target);
-    auto* const button = form.importButton(extension);
+    auto* const button = form.importButton(source.extension);
     if (button == nullptr)
-        refuseFile(request.file, target.path() + " does not import “" + extension + "” files");
-    return button->press(request.file);
+        refuseFile(source.file,
+                   target.path() + " does not import “" + source.extension + "” files");
+    return source.prepared ? pressPrepared(*button, source) : button->press(source.file);
 }
 
 core::Project openFor(const ImportRequest& request, const Session& session) {
@@ -85,7 +158,7 @@ core::Project openFor(const ImportRequest& request, const Session& session) {
 void report(const ImportRequest& request, Session& session, const MergedImport& merged,
             const core::ImportCounts& counts) {
     auto& output = session.output();
-    output.write("Imported " + request.file.string() + " into ");
+    output.write("Imported " + namesOf(request) + " into ");
     if (!request.project) {
         output.writeLine("a new " + narrow(merged.target->elementClass().displayName()) +
                          ", which is only shown (--project FILE keeps it).");
@@ -98,7 +171,7 @@ void report(const ImportRequest& request, Session& session, const MergedImport& 
 }
 
 void preview(const ImportRequest& request, Session& session, const MergedImport& merged) {
-    session.output().writeLine("Importing " + request.file.string() + " into " +
+    session.output().writeLine("Importing " + namesOf(request) + " into " +
                                request.project->string() + ", " + merged.target->path() +
                                ", would change: " + changesToCome(merged.counts()) + ".");
     printChanges(session.output(), merged, request.verbose);
@@ -113,36 +186,51 @@ ui::ImportFailure ownFailure(std::string_view message, std::string_view hint = {
     return failure;
 }
 
-ExitCode fail(const ImportRequest& request, Session& session, const ui::ImportFailure& failure) {
-    printImportFailure(request.file, failure);
+ExitCode fail(const ImportRequest& request, Session& session, const std::filesystem::path& file,
+              const ui::ImportFailure& failure) {
+    printImportFailure(file, failure);
     if (request.json)
-        writeImportFailure(session.output(), request.file, failure);
+        writeImportFailure(session.output(), file, failure);
     return kFailed;
 }
 
+ExitCode fail(const ImportRequest& request, Session& session, const ui::ImportFailure& failure) {
+    return fail(request, session, request.files.front(), failure);
+}
+
+/// A failure of the plug-in's, with its place in the user's files.
+ExitCode fail(const ImportRequest& request, Session& session, const Source& source,
+              ui::ImportFailure failure) {
+    const auto place = source.placeOf(failure.line);
+    if (failure.line)
+        failure.line = place.line;
+    return fail(request, session, place.file, failure);
+}
+
 ExitCode import(const ImportRequest& request, Session& session) {
-    const auto extension = core::importExtensionOf(request.file);
+    const Source source = sourceOf(request, session);
     auto project = openFor(request, session);
     const auto before = project.model().root().childElements().size();
     auto& target =
-        request.at ? project.element(*request.at) : onlyTarget(project, request, extension);
+        request.at ? project.element(*request.at) : onlyTarget(project, request, source.extension);
     const bool isNew = project.model().root().childElements().size() != before;
-    MergedImport merged{.file = request.file,
+    MergedImport merged{.file = source.file,
                         .target = &target,
                         .newTarget = isNew ? &target : nullptr,
                         .options = request.options};
     core::ImportCounts counts;
     {
-        const ProgressLine progress("Importing " + request.file.string());
-        auto document = documentOf(request, target, extension);
+        const ProgressLine progress("Importing " + namesOf(request));
+        auto document = documentOf(source, target);
         if (!document)
-            return fail(request, session, document.error());
+            return fail(request, session, source, document.error());
+        merged.warningFiles = leadToFiles(*document, source);
         if (request.document) {
             session.output().writeDocument([&](auto& stream) {
                 stream.write(document->text);
                 stream.put('\n');
             });
-            printFileWarnings(request.file, *document);
+            printFileWarnings(source.file, *document, merged.warningFiles);
             return kDone;
         }
         core::StagedImport staged(project, target, std::exchange(document->text, {}));
@@ -154,7 +242,7 @@ ExitCode import(const ImportRequest& request, Session& session) {
                 session.save(project, *request.project);
         }
     }
-    printFileWarnings(request.file, merged.document);
+    printFileWarnings(source.file, merged.document, merged.warningFiles);
     printMergeWarnings(merged);
     if (request.json) {
         writeImport(session.output(), merged);

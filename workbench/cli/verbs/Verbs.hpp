@@ -43,7 +43,9 @@ struct PrepareRequest {
 ExitCode run(const PrepareRequest& request, Session& session);
 
 struct ImportRequest {
-    std::filesystem::path file;
+    std::vector<std::filesystem::path> files; // one, unless they are prepared
+    bool prepare = false;
+    PrepareOptions prepareOptions = {};
     std::optional<std::filesystem::path> project;
     std::optional<std::string> at; // path of the element to import into
     bool document = false;         // print the document and change nothing

@@ -78,13 +78,12 @@ std::vector<MergeWarning> mergeWarnings(const ImportChanges& changes) {
 
 std::u16string textOf(const ui::ImportWarning& warning, std::string_view file) {
     std::string place;
-    if (warning.line && warning.column)
-        place.append(file)
-            .append(1, ':')
-            .append(std::to_string(*warning.line))
-            .append(1, ':')
-            .append(std::to_string(*warning.column))
-            .append(": ");
+    if (warning.line) {
+        place.append(file).append(1, ':').append(std::to_string(*warning.line));
+        if (warning.column)
+            place.append(1, ':').append(std::to_string(*warning.column));
+        place.append(": ");
+    }
     return utf8ToUtf16(place) + textOf(warning.element, warning.text);
 }
 
