@@ -122,8 +122,10 @@ private:
             return;
         auto text = source.readAll();
         text.insert(text.indexOf("STRUCT") + 6, "\n      Pressure : Real;");
-        changed.write(text + "DATA_BLOCK \"Labeller\"\n{ S7_Optimized_Access := 'FALSE' }\n"
-                             "STRUCT Ready : Bool; END_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
+        const auto attributes = text.indexOf('{');
+        changed.write(text + "DATA_BLOCK \"Labeller\"\n" +
+                      text.mid(attributes, text.indexOf('}') - attributes + 1) +
+                      "\nSTRUCT Ready : Bool; END_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n");
         changed.close();
         window_->openFiles({changed.fileName()});
         settle();

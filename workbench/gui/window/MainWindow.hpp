@@ -28,8 +28,8 @@ class QTabWidget;
 
 namespace corvane::workbench::gui {
 
-/// The window: the tree on the left, form, table or memory of what is selected beside it, problems below.
-/// It puts the parts together; what each does is theirs.
+/// The window: the tree on the left, form, table or memory of what is selected beside it, problems
+/// below. It puts the parts together; what each does is theirs.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
