@@ -165,9 +165,11 @@ Catalogue::BlockType Catalogue::resolve(const Declaration& block) const {
         block.quotedType ? findQuotedSystemType(block.typeKey) : findSystemType(block.typeKey);
     if (system != nullptr && !system->members.empty())
         return {.declaration = std::nullopt, .systemType = rowOf(system)};
-    const Reason reason = isOfUnknownSize(block.typeKey)      ? Reason::sizeUnknown
-                          : isFunctionBlockKey(block.typeKey) ? Reason::functionBlockMissing
-                                                              : Reason::typeMissing;
+    Reason reason = Reason::typeMissing;
+    if (isOfUnknownSize(block.typeKey))
+        reason = Reason::sizeUnknown;
+    else if (isFunctionBlockKey(block.typeKey))
+        reason = Reason::functionBlockMissing;
     throw DeclarationFault({.reason = reason, .place = block.typePlace, .subject = block.typeName});
 }
 

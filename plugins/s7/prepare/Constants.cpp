@@ -27,7 +27,7 @@ public:
                 return {};
             skipBlanks();
             if (left_.empty())
-                return {.number = static_cast<std::int32_t>(sum)};
+                return {.number = static_cast<std::int32_t>(sum), .missing = {}};
             const auto sign = takeSign();
             if (!sign)
                 return {};

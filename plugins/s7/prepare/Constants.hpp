@@ -13,7 +13,7 @@ namespace corvane::workbench::plugins::s7Driver::prepare {
 /// where it is no expression of whole numbers or its value has more than 32 bits.
 struct Value {
     std::optional<std::int32_t> number = std::nullopt;
-    std::string missing = {};
+    std::string missing;
 };
 
 /// Looks up a constant by its name, in lower case.

@@ -129,7 +129,8 @@ void DeclarationParser::read() {
     while (lexer_.token().kind != TokenKind::end)
         readDeclaration();
     if (lexer_.openComment())
-        failure_ = {.reason = Reason::commentOpen, .place = placeOf(*lexer_.openComment())};
+        failure_ = {
+            .reason = Reason::commentOpen, .place = placeOf(*lexer_.openComment()), .subject = {}};
 }
 
 void DeclarationParser::readDeclaration() {

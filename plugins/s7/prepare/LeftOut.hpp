@@ -31,7 +31,7 @@ struct Place {
 struct Failure {
     Reason reason;
     Place place;
-    std::string subject = {};
+    std::string subject;
     std::optional<Place> other = std::nullopt;
 };
 

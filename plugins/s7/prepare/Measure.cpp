@@ -63,8 +63,9 @@ void Measurer::begin(std::uint32_t declaration) {
         return;
     begun_[declaration] = true;
     if (!declarations_->all[declaration].failure)
-        frames_.push_back(
-            {.declaration = declaration, .next = declarations_->all[declaration].first});
+        frames_.push_back({.declaration = declaration,
+                           .next = declarations_->all[declaration].first,
+                           .around = {}});
 }
 
 // Whether the frame is done. Where a member needs a type that is not measured yet, that comes
@@ -116,7 +117,8 @@ std::uint64_t Measurer::countOf(const Declaration& owner, const Member& member) 
         if (size > std::numeric_limits<std::uint32_t>::max())
             throw DeclarationFault(
                 {.reason = Reason::tooLarge,
-                 .place = declarations_->placeOf(owner.place.file, member.name, member.line)});
+                 .place = declarations_->placeOf(owner.place.file, member.name, member.line),
+                 .subject = {}});
         isEmpty |= size == 0;
         count = times(count, static_cast<std::uint64_t>(size));
     }
@@ -126,10 +128,10 @@ std::uint64_t Measurer::countOf(const Declaration& owner, const Member& member) 
 void Measurer::addMember(Frame& frame, const Declaration& owner, Member& member) {
     while (!frame.around.empty() && frame.around.back().end <= frame.next)
         frame.around.pop_back();
-    const std::uint64_t outer = frame.around.empty() ? 1 : frame.around.back().times;
+    const std::uint64_t repeated = frame.around.empty() ? 1 : frame.around.back().times;
     const bool isPointer = member.kind == MemberKind::pointer;
     const std::uint64_t count = isPointer ? 1 : countOf(owner, member);
-    const std::uint64_t inner = member.hidden ? 0 : times(outer, count);
+    const std::uint64_t inner = member.hidden ? 0 : times(repeated, count);
     Measure& sum = frame.sum;
 
     Measure type{};
@@ -149,12 +151,12 @@ void Measurer::addMember(Frame& frame, const Declaration& owner, Member& member)
     const Place place = declarations_->placeOf(owner.place.file, member.name, member.line);
     expectImportableName(member.name.in(declarations_->textOf(owner)), place);
     if (levels > limits_.import.structLevels)
-        throw DeclarationFault({.reason = Reason::tooDeep, .place = place});
+        throw DeclarationFault({.reason = Reason::tooDeep, .place = place, .subject = {}});
 
     sum.levels = std::max(sum.levels, levels);
-    sum.elements = plus(sum.elements, outer + (member.dimensions != 0 || units != 0 ? 1 : 0));
+    sum.elements = plus(sum.elements, repeated + (member.dimensions != 0 || units != 0 ? 1 : 0));
     sum.elements = plus(sum.elements, times(inner, plus(1, type.elements)));
-    sum.elements = plus(sum.elements, member.hidden ? 0 : times(outer, units));
+    sum.elements = plus(sum.elements, member.hidden ? 0 : times(repeated, units));
     sum.lines = plus(sum.lines, plus(opens ? 2 : 1, type.lines));
     const std::uint64_t indentation = kIndentation * (around + 3);
     sum.bytes = plus(sum.bytes, plus(type.bytes, times(indentation, plus(type.lines, 2))));
@@ -163,7 +165,7 @@ void Measurer::addMember(Frame& frame, const Declaration& owner, Member& member)
     addComments(frame, owner, member);
     if (sum.elements > limits_.import.elements || sum.bytes > limits_.outputBytes ||
         units > std::numeric_limits<std::int32_t>::max())
-        throw DeclarationFault({.reason = Reason::tooLarge, .place = place});
+        throw DeclarationFault({.reason = Reason::tooLarge, .place = place, .subject = {}});
     if (member.kind == MemberKind::structure)
         frame.around.push_back({.end = member.end, .times = inner});
 }

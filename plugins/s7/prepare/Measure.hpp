@@ -31,7 +31,7 @@ private:
     struct Frame {
         std::uint32_t declaration;
         std::uint32_t next; ///< the member that follows
-        std::vector<Around> around = {};
+        std::vector<Around> around;
         Measure sum = {};
     };
 

@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <deque>
+#include <numeric>
 #include <set>
+#include <tuple>
 
 namespace corvane::workbench::plugins::s7Driver::prepare {
 
@@ -38,13 +40,26 @@ public:
         write();
         tellOfTypes();
         tellOfMissing();
-        std::ranges::stable_sort(result_.leftOut, [](const auto& one, const auto& other) {
-            return std::pair(one.file, one.line) < std::pair(other.file, other.line);
-        });
+        sortLeftOut();
         return std::move(result_);
     }
 
 private:
+    /// By place; what is told of one place stays in its order.
+    void sortLeftOut() {
+        std::vector<std::size_t> order(result_.leftOut.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::ranges::sort(order, {}, [this](std::size_t index) {
+            const auto& one = result_.leftOut[index];
+            return std::tuple(one.file, one.line, index);
+        });
+        std::vector<ui::LeftOutSource> sorted;
+        sorted.reserve(order.size());
+        for (const std::size_t index : order)
+            sorted.push_back(std::move(result_.leftOut[index]));
+        result_.leftOut = std::move(sorted);
+    }
+
     /// A block that is written, and what its members are those of.
     struct Chosen {
         std::uint32_t block;
@@ -67,9 +82,10 @@ private:
         const bool fits = view && view->size() <= kLargestText;
         declarations_.texts.push_back(fits ? *view : std::string_view());
         if (!fits) {
-            tellOf(
-                {.reason = view ? Reason::fileTooLarge : Reason::notText, .place = {.file = index}},
-                {});
+            tellOf({.reason = view ? Reason::fileTooLarge : Reason::notText,
+                    .place = {.file = index},
+                    .subject = {}},
+                   {});
             return;
         }
         DeclarationParser parser(declarations_, index, constants);
@@ -208,7 +224,7 @@ private:
         if (!result_.text.empty() || !result_.leftOut.empty())
             return;
         for (std::uint32_t index = 0; index != files_.size(); ++index)
-            tellOf({.reason = Reason::noDataBlock, .place = {.file = index}}, {});
+            tellOf({.reason = Reason::noDataBlock, .place = {.file = index}, .subject = {}}, {});
     }
 
     [[nodiscard]] bool isTold(const Place& place) const { return told_.contains(place); }

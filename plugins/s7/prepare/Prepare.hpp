@@ -23,9 +23,9 @@ struct Options {
     bool showHidden = false;
     /// The values of constants that serve as bounds of arrays and lengths of texts. Case does not
     /// count.
-    std::map<std::string, std::int32_t, std::less<>> constants = {};
+    std::map<std::string, std::int32_t, std::less<>> constants;
     /// The names of the data blocks that are wanted; all, where it is empty. Case does not count.
-    std::vector<std::string> blocks = {};
+    std::vector<std::string> blocks;
 };
 
 /// How far it goes before something is left out as too large: what the import takes.

@@ -30,10 +30,11 @@ std::string convertLines(std::string_view text) {
 
 } // namespace
 
-SourceText::SourceText(std::string_view bytes) : text_(bytes) {
+SourceText::SourceText(std::string_view bytes)
+    : text_(bytes),
+      isText_(!bytes.starts_with("\xFF\xFE") && !bytes.starts_with("\xFE\xFF") &&
+              !bytes.contains('\0')) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    isText_ =
-        !bytes.starts_with("\xFF\xFE") && !bytes.starts_with("\xFE\xFF") && !bytes.contains('\0');
     if (!isText_)
         return;
     if (text_.starts_with(kByteOrderMark))

@@ -19,7 +19,7 @@ public:
 private:
     std::string converted_;
     std::string_view text_;
-    bool isText_ = true;
+    bool isText_;
 };
 
 } // namespace corvane::workbench::plugins::s7Driver::prepare

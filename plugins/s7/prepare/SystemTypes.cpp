@@ -35,15 +35,15 @@ constexpr auto kUnsignedDoubleCounter =
     counterOf("reserved : S5Time;", "PV : UDInt;", "CV : UDInt;");
 
 constexpr SystemType number(std::string_view name, std::string_view word) {
-    return {.name = name, .word = word};
+    return {.name = name, .word = word, .members = {}};
 }
 
 constexpr SystemType structure(std::string_view name, std::span<const std::string_view> members) {
-    return {.name = name, .members = members, .structured = true};
+    return {.name = name, .word = {}, .members = members, .structured = true};
 }
 
 constexpr SystemType area(std::string_view name, std::uint16_t bytes, bool structured) {
-    return {.name = name, .bytes = bytes, .structured = structured};
+    return {.name = name, .word = {}, .bytes = bytes, .members = {}, .structured = structured};
 }
 
 constexpr auto kRows = std::to_array<SystemType>({
@@ -84,7 +84,7 @@ constexpr auto kRows = std::to_array<SystemType>({
     number("aom_ident", "UDInt"),
     number("event_*", "UDInt"),
     number("tod", "Time_Of_Day"),
-    {.name = "dt", .word = "Date_And_Time", .structured = true},
+    {.name = "dt", .word = "Date_And_Time", .members = {}, .structured = true},
     number("ltod", "LTime_Of_Day"),
     area("errorstruct", 28, true),
     area("cref", 8, true),

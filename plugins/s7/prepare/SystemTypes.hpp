@@ -11,11 +11,11 @@ struct SystemType {
     /// In lower case. With "*" at its end, it stands for all names that begin so.
     std::string_view name;
     /// The type of the import that has the same size; empty where the row has no such type.
-    std::string_view word = {};
+    std::string_view word;
     /// Of an area of which nothing is known but its size: bytes, an even number.
     std::uint16_t bytes = 0;
     /// Of a structure, its members as a source declares them.
-    std::span<const std::string_view> members = {};
+    std::span<const std::string_view> members;
     /// Whether a parameter of the type is passed by its address.
     bool structured = false;
 };

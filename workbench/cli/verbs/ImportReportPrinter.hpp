@@ -23,7 +23,7 @@ struct MergedImport {
     ui::ImportedDocument document = {};
     /// Of each of the document's warnings the file that it is about; empty where all are about
     /// `file`.
-    std::vector<std::filesystem::path> warningFiles = {};
+    std::vector<std::filesystem::path> warningFiles;
     core::ImportOutcome outcome = {};
     core::ImportChanges changes = {};
 

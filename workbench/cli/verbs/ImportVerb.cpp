@@ -217,7 +217,8 @@ ExitCode import(const ImportRequest& request, Session& session) {
     MergedImport merged{.file = source.file,
                         .target = &target,
                         .newTarget = isNew ? &target : nullptr,
-                        .options = request.options};
+                        .options = request.options,
+                        .warningFiles = {}};
     core::ImportCounts counts;
     {
         const ProgressLine progress("Importing " + namesOf(request));

@@ -101,7 +101,8 @@ void MemoryPanel::refresh() {
         view_->setCurrent(element);
         return;
     }
-    slicer_.start([this, walk = TreeWalk(*space->owner),
+    TreeWalk start(*space->owner);
+    slicer_.start([this, walk = std::move(start),
                    builder = core::MemoryMapBuilder(*std::move(space))]() mutable {
         return collect(walk, builder);
     });

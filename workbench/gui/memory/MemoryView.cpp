@@ -314,7 +314,8 @@ void MemoryView::step(int by) {
     if (!map_ || map_->pieces().empty())
         return;
     const auto last = static_cast<std::ptrdiff_t>(map_->pieces().size()) - 1;
-    const auto from = current_ ? static_cast<std::ptrdiff_t>(*current_) : (by > 0 ? -1 : last + 1);
+    const auto beyond = by > 0 ? std::ptrdiff_t{-1} : last + 1;
+    const auto from = current_ ? static_cast<std::ptrdiff_t>(*current_) : beyond;
     current_ = static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + by, 0, last));
     describeCurrent();
     showCurrent();

@@ -115,13 +115,13 @@ std::vector<Form> blockForms() {
          one("data_block db20\t//comment\nstruct\nd1:int;\nd2:int;\nend_struct\n\nbegin\n"
              "end_data_block"),
          {"DB20 {", "d1 Int DB0", "d2 Int DB2"},
-         {.standardAccess = true}},
+         {.standardAccess = true, .constants = {}, .blocks = {}}},
         {"numbered_block",
          one("DATA_BLOCK DB 1\n\tTITLE\t= This is the title\n\tAUTHOR : This is the author\n"
              "\tVERSION : 0.1\n\tKNOW_HOW_PROTECT\n\tSTRUCT\n\t\ta\t: INT;\n\tEND_STRUCT;\nBEGIN\n"
              "END_DATA_BLOCK\n"),
          {"DB1 {", "a Int DB0"},
-         {.standardAccess = true}},
+         {.standardAccess = true, .constants = {}, .blocks = {}}},
         {"one_line",
          one("DATA_BLOCK \"A\" { S7_Optimized_Access := 'FALSE' } VERSION : 0.1 STRUCT "
              "a : Int; END_STRUCT; BEGIN a := 5; END_DATA_BLOCK"),
@@ -142,7 +142,7 @@ std::vector<Form> blockForms() {
          one(blockOf("a : Int;") + "DATA_BLOCK DB 7\nSTRUCT\nEND_STRUCT;\n"
                                    "BEGIN\nEND_DATA_BLOCK\n"),
          {"Data {", "a Int DB0"},
-         {.blocks = {"data"}}},
+         {.constants = {}, .blocks = {"data"}}},
         {"windows_1252",
          one(blockOf("M\xFCll : Int; // \x80\n\"\xC3\x9F\" : Int;")),
          {"Data {", "Müll Int DB0", "ß Int DB2"}},
@@ -157,7 +157,7 @@ std::vector<Form> blockForms() {
 
 std::vector<Form> boundForms() {
     const std::vector<std::string> two{"Data {", "a[1] Int DB0", "a[2] Int DB2"};
-    const Options n{.constants = {{"N", 2}}};
+    const Options n{.constants = {{"N", 2}}, .blocks = {}};
     return {
         {"constant", one(blockOf("a : Array[1..\"N\"] of Int;")), two, n},
         {"bare_constant", one(blockOf("a : Array[1..n] of Int;")), two, n},
@@ -187,7 +187,7 @@ std::vector<Form> accessForms() {
         {"shown",
          one(source),
          {"Data {", "a Bool DB0.0", "h Bool DB0.1", "b Bool DB0.2"},
-         {.showHidden = true}},
+         {.showHidden = true, .constants = {}, .blocks = {}}},
     };
 }
 

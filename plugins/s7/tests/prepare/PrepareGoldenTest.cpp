@@ -43,7 +43,7 @@ class PrepareGoldenTest : public ::testing::TestWithParam<fs::path> {};
 
 TEST_P(PrepareGoldenTest, GivesWhatIsExpected) {
     const testing::Files files = sourcesIn(GetParam());
-    const Options options{.standardAccess = true, .constants = {{"COUNT", 2}}};
+    const Options options{.standardAccess = true, .constants = {{"COUNT", 2}}, .blocks = {}};
     const ui::PreparedSource prepared = prepareSources(files, options);
     std::string leftOut;
     for (const std::string& line : testing::leftOutOf(files, prepared))

@@ -312,7 +312,8 @@ TEST(PrepareLayout, IsThatOfTheRules) {
         const System system = maker.make();
         const testing::Files files = Scribe(system, maker).files();
         const bool shown = seed % 2 == 0;
-        const ui::PreparedSource prepared = prepareSources(files, {.showHidden = shown});
+        const ui::PreparedSource prepared =
+            prepareSources(files, {.showHidden = shown, .constants = {}, .blocks = {}});
         ASSERT_EQ(testing::leftOutOf(files, prepared), std::vector<std::string>());
         ASSERT_EQ(testing::importedItems(prepared.text), Surveyor(system, shown).survey())
             << "seed " << seed << "\n"
