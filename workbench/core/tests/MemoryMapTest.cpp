@@ -17,6 +17,7 @@ constexpr auto kGap = MemoryMap::kGap;
 
 MemoryMap mapOf(const std::vector<std::pair<std::uint64_t, std::uint64_t>>& pieces) {
     std::vector<MemoryPiece> list;
+    list.reserve(pieces.size());
     for (const auto& [begin, end] : pieces)
         list.push_back({nullptr, begin, end});
     return {{nullptr, {}}, std::move(list)};

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 // Every form that sources take, and the addresses that come of it.
 
 namespace corvane::workbench::plugins::s7Driver::prepare {
@@ -18,6 +20,10 @@ struct Form {
     Files files;
     std::vector<std::string> items;
     Options options = {};
+
+    friend std::ostream& operator<<(std::ostream& stream, const Form& form) {
+        return stream << form.name;
+    }
 };
 
 const std::string kPair = "b : Bool;\ni : Int;";
@@ -105,6 +111,11 @@ std::vector<Form> blockForms() {
          one("function_block fb40\nvar_input\nx:int;\nend_var\nbegin\nend_function_block\n" +
              blockWith("fb40 // comment")),
          {"Data {", "x Int DB0"}},
+    };
+}
+
+std::vector<Form> classicForms() {
+    return {
         {"code_around",
          one("FUNCTION \"C\" : Void\nVAR_INPUT\nx : Int;\nEND_VAR\nBEGIN\nNETWORK\n"
              "TITLE = don't (* open\n  DATA := \"DATA_BLOCK\";\nEND_FUNCTION\n" +
@@ -260,6 +271,7 @@ TEST_P(PrepareFormTest, IsPlainOncePrepared) {
 const auto kName = [](const auto& form) { return form.param.name; };
 INSTANTIATE_TEST_SUITE_P(Types, PrepareFormTest, ::testing::ValuesIn(typeForms()), kName);
 INSTANTIATE_TEST_SUITE_P(Blocks, PrepareFormTest, ::testing::ValuesIn(blockForms()), kName);
+INSTANTIATE_TEST_SUITE_P(Classic, PrepareFormTest, ::testing::ValuesIn(classicForms()), kName);
 INSTANTIATE_TEST_SUITE_P(Bounds, PrepareFormTest, ::testing::ValuesIn(boundForms()), kName);
 INSTANTIATE_TEST_SUITE_P(Access, PrepareFormTest, ::testing::ValuesIn(accessForms()), kName);
 INSTANTIATE_TEST_SUITE_P(System, PrepareFormTest, ::testing::ValuesIn(systemForms()), kName);

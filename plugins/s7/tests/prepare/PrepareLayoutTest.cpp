@@ -54,8 +54,8 @@ struct Variable {
     std::string name;
     int leaf = -1;                      ///< of the table, or
     int type = -1;                      ///< of the declared types, or
-    std::vector<Variable> members = {}; ///< a structure on the spot
-    std::vector<std::pair<int, int>> dimensions = {};
+    std::vector<Variable> members; ///< a structure on the spot
+    std::vector<std::pair<int, int>> dimensions;
     bool hidden = false;
     int section = 3; ///< of an interface: input, output, in-out, static
 };
@@ -64,7 +64,7 @@ struct Type {
     std::string word; ///< with which it is declared
     std::vector<std::string> uses;
     bool isInterface = false;
-    std::vector<Variable> members = {};
+    std::vector<Variable> members;
 };
 
 struct System {
@@ -108,7 +108,8 @@ private:
     std::vector<Variable> makeMembers(int types, int count, int depth, bool sections) {
         std::vector<Variable> members;
         for (int index = 0; index != count; ++index) {
-            Variable variable{.name = "v" + std::to_string(index)};
+            Variable variable;
+            variable.name = "v" + std::to_string(index);
             const int kind = upTo(9);
             if (kind < 2 && types != 0)
                 variable.type = upTo(types - 1);
@@ -140,6 +141,7 @@ public:
     testing::Files files() {
         testing::Files files{{.name = "a.db", .bytes = ""}, {.name = "b.udt", .bytes = ""}};
         std::vector<std::string> pieces;
+        pieces.reserve(system_.types.size() + 1);
         for (const Type& type : system_.types)
             pieces.push_back(type.isInterface
                                  ? interfaceOf(type)

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <ostream>
 #include <set>
 
 // What is left out, where, why, and what would help; and that nothing of it is built.
@@ -21,6 +24,10 @@ struct Refusal {
     std::vector<std::string> begins; ///< how each line begins
     Options options = {};
     Limits limits = {};
+
+    friend std::ostream& operator<<(std::ostream& stream, const Refusal& refusal) {
+        return stream << refusal.name;
+    }
 };
 
 std::string chain(int types) {
@@ -44,7 +51,7 @@ std::string billions() {
     return text + typeOf("\"T20\"", "a : Byte;") + blockOf("x : \"T0\";");
 }
 
-std::vector<Refusal> refusals() {
+std::vector<Refusal> refusalsOfBlocks() {
     const std::string plain = "STRUCT\na : Int;\nEND_STRUCT;\nBEGIN\nEND_DATA_BLOCK\n";
     return {
         {"optimizedAccess",
@@ -86,6 +93,11 @@ std::vector<Refusal> refusals() {
         {"noDataBlock",
          one(typeOf("\"T\"", "a : Int;")),
          {"a.db:1:1: : the file declares no data block"}},
+    };
+}
+
+std::vector<Refusal> refusalsOfTexts() {
+    return {
         {"tooLarge", one(billions()), {"a.db:"}},
         {"tooDeep", one(chain(300)), {"a.db:"}},
         {"boundsOutOfOrder",
@@ -119,10 +131,15 @@ std::vector<Refusal> refusals() {
          one("Name;Address\n" + blockOf("a : Int;")),
          {"a.db:1:1: : “Name” begins no declaration"}},
         {"notText",
-         one("\xFF\xFE"
-             "D\0A\0"),
+         one({'\xFF', '\xFE', 'D', '\0', 'A', '\0'}),
          {"a.db:1:1: : the file is no text"}},
     };
+}
+
+std::vector<Refusal> refusals() {
+    auto all = refusalsOfBlocks();
+    std::ranges::move(refusalsOfTexts(), std::back_inserter(all));
+    return all;
 }
 
 class PrepareLeftOutTest : public ::testing::TestWithParam<Refusal> {};
@@ -176,8 +193,11 @@ TEST(PrepareLeftOut, EmptyArraysOfLargeTypesAreTooLarge) {
     std::string text;
     for (int index = 0; index != 40; ++index) {
         const std::string next = "\"T" + std::to_string(index + 1) + "\"";
-        text += typeOf("\"T" + std::to_string(index) + "\"",
-                       "a : Array[1..0] of " + next + ";\nb : Array[1..0] of " + next + ";");
+        text += typeOf("\"T" + std::to_string(index) + "\"", std::string("a : Array[1..0] of ")
+                                                                 .append(next)
+                                                                 .append(";\nb : Array[1..0] of ")
+                                                                 .append(next)
+                                                                 .append(";"));
     }
     const Files files = one(text + typeOf("\"T40\"", "a : Byte;") + blockOf("x : \"T0\";"));
     const auto prepared = prepareSources(files, {});
@@ -202,6 +222,7 @@ TEST(PrepareOrigins, LeadToTheLinesOfTheSources) {
                       {"T.udt", typeOf("\"T\"", "a : Int;\nb : Int;")}};
     const auto prepared = prepareSources(files, {});
     std::vector<std::pair<std::uint32_t, std::uint32_t>> places;
+    places.reserve(prepared.origins.size());
     for (const ui::SourceOrigin& origin : prepared.origins)
         places.emplace_back(origin.file, origin.line);
     EXPECT_EQ(places, (std::vector<std::pair<std::uint32_t, std::uint32_t>>{{0, 1},

@@ -22,6 +22,7 @@ inline Files one(std::string text) { return {{.name = "a.db", .bytes = std::move
 inline std::vector<std::string> leftOutOf(const Files& files, const ui::PreparedSource& prepared) {
     using utils::string::detail::utf16ToUtf8;
     std::vector<std::string> lines;
+    lines.reserve(prepared.leftOut.size());
     for (const ui::LeftOutSource& one : prepared.leftOut)
         lines.push_back(files[one.file].name + ":" + std::to_string(one.line.value_or(0)) + ":" +
                         std::to_string(one.column.value_or(0)) + ": " + one.name + ": " +
