@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <deque>
-#include <numeric>
 #include <set>
 #include <tuple>
 
@@ -47,8 +46,10 @@ public:
 private:
     /// By place; what is told of one place stays in its order.
     void sortLeftOut() {
-        std::vector<std::size_t> order(result_.leftOut.size());
-        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::vector<std::size_t> order;
+        order.reserve(result_.leftOut.size());
+        for (std::size_t index = 0; index != result_.leftOut.size(); ++index)
+            order.push_back(index);
         std::ranges::sort(order, {}, [this](std::size_t index) {
             const auto& one = result_.leftOut[index];
             return std::tuple(one.file, one.line, index);
