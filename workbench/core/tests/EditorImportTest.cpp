@@ -335,6 +335,49 @@ TEST_F(EditorImportTest, WhatIsCorrectedComesInAsIfTheDocumentSaidIt) {
     EXPECT_EQ(sightOf(project), before);
 }
 
+// The block gets another number, and what the file no longer has stays below it: its address must
+// not stay that in another block.
+TEST_F(EditorImportTest, WhatStaysBelowAnElementThatIsMovedGoesWithIt) {
+    auto project = load(R"({"@Skill.S7.PLC": {"name": "P", "address": "h", "children": [
+        {"@Skill.S7.Command": {"name": "c"}},
+        {"@Skill.S7.DataBlock": {"name": "B", "DBNumber": 1, "children": [
+            {"@Skill.S7.Item": {"name": "i", "dataType": "Int", "address": "DB0",
+                                "command": "/P/c"}},
+            {"@Skill.S7.Struct": {"name": "s", "children": [
+                {"@Skill.S7.Item": {"name": "j", "dataType": "Int", "address": "DB2",
+                                    "command": "/P/c"}},
+                {"@Skill.S7.Item": {"name": "stays", "dataType": "Int", "address": "DB4",
+                                    "command": "/P/c"}}]}},
+            {"@Skill.S7.Struct": {"name": "gone", "children": [
+                {"@Skill.S7.Item": {"name": "k", "dataType": "Int", "address": "DB6",
+                                    "command": "/P/c"}}]}}]}}]}})");
+    const auto before = sightOf(project);
+    const std::vector<std::pair<const char*, std::u16string>> addresses{{"/P/B/i", u".DB0"},
+                                                                        {"/P/B/s/j", u".DB2"},
+                                                                        {"/P/B/s/stays", u".DB4"},
+                                                                        {"/P/B/gone/k", u".DB6"}};
+    const auto expectAddresses = [&](const std::u16string& block) {
+        for (const auto& [path, address] : addresses)
+            EXPECT_EQ(shown(project, path, u"Effective address"), ui::ControlValue(block + address))
+                << path;
+    };
+    Editor editor(project);
+    editor.import(project.element("/P"), R"([{"@Skill.S7.DataBlock": {"name": "B", "DBNumber": 7,
+        "children": [
+            {"@Skill.S7.Item": {"name": "i", "dataType": "Int", "address": "DB0"}},
+            {"@Skill.S7.Struct": {"name": "s", "children": [
+                {"@Skill.S7.Item": {"name": "j", "dataType": "Int", "address": "DB2"}}]}}]}}])",
+                  {.match = Match::path, .removeMissing = false});
+    expectAddresses(u"DB7");
+    expectAsReloaded(project);
+    editor.undo();
+    expectAddresses(u"DB1");
+    editor.redo();
+    expectAddresses(u"DB7");
+    expectUndoAndRedo(editor, before);
+    expectAsReloaded(project);
+}
+
 TEST_F(EditorImportTest, APreviewCanBeStoppedAtEachPart) {
     auto project = load(kRack);
     const auto before = sightOf(project);

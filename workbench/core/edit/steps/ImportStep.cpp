@@ -6,7 +6,9 @@
 #include <corvane/workbench/host/Tree.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <ranges>
+#include <unordered_set>
 #include <utility>
 
 namespace corvane::workbench::core {
@@ -21,6 +23,51 @@ void rename(const Renamings& renamings, std::string ImportChanges::Renaming::* n
     for (const auto& renaming : renamings)
         names.push_back({renaming.element, renaming.*name});
     host::renameAll(names);
+}
+
+/// What an import has left alone below elements that it has moved: what came from there, such as a
+/// number that counts for all below, may be another now.
+class KeptElements {
+public:
+    explicit KeptElements(const ImportChanges& changes) {
+        for (const auto& replacement : changes.replacements)
+            replaced_.insert(replacement.element);
+        for (const auto& [parent, count] : changes.appendings)
+            for (const auto& child : parent->childElements().last(count))
+                done_.insert(child.get());
+        for (const auto& replacement : changes.replacements)
+            if (replacement.moved)
+                collect(*replacement.element);
+    }
+
+    /// Of each parent its elements, which follow one another.
+    [[nodiscard]] const std::vector<std::vector<model::Element*>>& levels() const {
+        return levels_;
+    }
+
+private:
+    // As deep as elements nest, which the host bounds.
+    void collect(const model::Element& parent) {
+        std::vector<model::Element*> kept;
+        for (const auto& child : parent.childElements()) {
+            if (replaced_.contains(child.get()))
+                collect(*child);
+            else if (done_.insert(child.get()).second)
+                kept.push_back(child.get());
+        }
+        if (!kept.empty())
+            levels_.push_back(std::move(kept));
+    }
+
+    std::unordered_set<const model::Element*> replaced_;
+    std::unordered_set<const model::Element*> done_; // new, or kept and known to be
+    std::vector<std::vector<model::Element*>> levels_;
+};
+
+bool movesWhatHasChildren(const ImportChanges& changes) {
+    return std::ranges::any_of(changes.replacements, [](const auto& replacement) {
+        return replacement.moved && !replacement.element->childElements().empty();
+    });
 }
 
 } // namespace
@@ -60,12 +107,24 @@ ImportPreview ImportStep::preview(Workspace& workspace) {
 void ImportStep::merge(Workspace& workspace, function_ref<void()> look) {
     try {
         outcome_ = std::exchange(staged_, nullptr)->merge(options_, changes_);
+        renewKept(workspace);
         look();
         prepareWayBack();
     } catch (...) {
         prepareWayBack();
         takeBack(workspace);
         throw;
+    }
+}
+
+void ImportStep::renewKept(Workspace& workspace) {
+    if (!movesWhatHasChildren(changes_))
+        return;
+    const KeptElements kept(changes_);
+    for (const auto& level : kept.levels()) {
+        auto others =
+            StagedMove(workspace.project(), level, *level.front()->parentElement()).adopt();
+        std::ranges::move(others, std::back_inserter(renewed_));
     }
 }
 
@@ -118,6 +177,8 @@ void ImportStep::makeAgain(Workspace& workspace) {
 void ImportStep::exchangeSkillElements() {
     for (auto& replacement : changes_.replacements)
         host::swapSkillElement(*replacement.element, replacement.replaced);
+    for (auto& [element, other] : renewed_)
+        host::swapSkillElement(*element, other);
 }
 
 } // namespace corvane::workbench::core

@@ -3,6 +3,7 @@
 #include "workbench/core/edit/steps/Step.hpp"
 #include "workbench/core/edit/workspace/Findings.hpp"
 #include "workbench/core/edit/workspace/Placement.hpp"
+#include "workbench/core/edit/workspace/StagedMove.hpp"
 #include "workbench/core/import/ImportPreview.hpp"
 #include "workbench/core/import/ProjectImport.hpp"
 
@@ -37,6 +38,7 @@ public:
 private:
     /// Merges and lets `look` see what came of it.
     void merge(Workspace& workspace, function_ref<void()> look);
+    void renewKept(Workspace& workspace);
     void prepareWayBack();
     void takeBack(Workspace& workspace);
     void makeAgain(Workspace& workspace);
@@ -49,6 +51,7 @@ private:
     ImportCounts counts_;
     std::vector<MergeWarning> warnings_;
     ImportChanges changes_;
+    StagedMove::Replaced renewed_; // the other halves of what was kept below something moved
     Findings findings_;
     std::vector<Placement> placements_; // of what was appended, when the removed is out
     std::vector<Placement> removals_;   // of what was removed, while the appended is out
