@@ -122,6 +122,22 @@ TEST(CheckWarnings, StandBesideTheErrors) {
                                                                               .err = {}}));
 }
 
+// What a document must say in place of an address is none all the same.
+TEST(CheckWarnings, AnAddressThatWasNeverEntered) {
+    const Sandbox place;
+    place.write("P.json", project(R"({"@Skill.S7.PLC": {"name": "PLC"}})"));
+    EXPECT_EQ(place.run({"check", "P.json", "--warnings"}).exitCode, 1) << "it is an error";
+    place.write("P.json", project(R"({"@Skill.S7.PLC": {"name": "PLC", "address": "missing"}})"));
+    EXPECT_EQ(place.run({"check", "P.json"}), done("No problems found.\n"));
+    EXPECT_EQ(place.run({"check", "P.json", "--warnings"}),
+              done("/PLC: warning: Please enter the network address of the target PLC\n"
+                   "No problems, 1 warning found.\n"));
+    EXPECT_EQ(place.run({"check", "P.json", "--warnings", "--json"}), done(R"([
+  {"severity": "warning", "element": "/PLC", "field": "Address", "message": "Please enter the network address of the target PLC"}
+]
+)"));
+}
+
 TEST(CheckWarnings, AloneChangeNoExitCode) {
     const Sandbox place;
     place.write(

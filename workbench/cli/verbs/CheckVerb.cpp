@@ -3,6 +3,7 @@
 #include "workbench/cli/verbs/Verbs.hpp"
 #include "workbench/core/memory/MemoryWarnings.hpp"
 #include "workbench/core/project/ElementWalk.hpp"
+#include "workbench/core/project/FieldRemarks.hpp"
 #include "workbench/core/project/PropertyErrors.hpp"
 
 #include <corvane/utils/json/Encoder.hpp>
@@ -19,8 +20,9 @@ namespace encoder = utils::json::encoder;
 
 struct Findings {
     std::vector<core::PropertyError> errors;
+    std::vector<core::PropertyError> remarks; // on values that are valid
     std::vector<core::MemoryWarning> warnings;
-    bool withWarnings; // they were asked for
+    bool withWarnings; // they and the remarks were asked for
 };
 
 void writeEntry(encoder::Array& array, std::string_view severity, const model::Element& element,
@@ -40,6 +42,8 @@ void writeJson(utils::io::OutputStream& output, const Findings& found) {
         for (const auto& error : found.errors)
             writeEntry(array, found.withWarnings ? "error" : "", *error.element, error.field,
                        error.message);
+        for (const auto& remark : found.remarks)
+            writeEntry(array, "warning", *remark.element, remark.field, remark.message);
         for (const auto& warning : found.warnings)
             writeEntry(array, "warning", *warning.element, {}, core::messageOf(warning));
     }
@@ -65,11 +69,13 @@ std::string counted(std::size_t number, std::string_view what, std::string_view 
 void writeText(TextOutput& output, const Findings& found) {
     for (const auto& error : found.errors)
         writeLine(output, *error.element, narrow(error.field), error.message);
+    for (const auto& remark : found.remarks)
+        writeLine(output, *remark.element, "warning", remark.message);
     for (const auto& warning : found.warnings)
         writeLine(output, *warning.element, "warning", core::messageOf(warning));
     auto summary = counted(found.errors.size(), "problem", "No");
     if (found.withWarnings)
-        summary += ", " + counted(found.warnings.size(), "warning", "no");
+        summary += ", " + counted(found.remarks.size() + found.warnings.size(), "warning", "no");
     output.writeLine(summary + " found.");
 }
 
@@ -78,9 +84,11 @@ void writeText(TextOutput& output, const Findings& found) {
 ExitCode run(const CheckRequest& request, Session& session) {
     const auto project = session.open(request.project);
     const auto elements = project.model().root().childElements();
-    Findings found{core::propertyErrors(elements), {}, request.warnings};
-    if (request.warnings)
+    Findings found{core::propertyErrors(elements), {}, {}, request.warnings};
+    if (request.warnings) {
+        found.remarks = core::fieldRemarks(elements);
         found.warnings = core::memoryWarnings(elements);
+    }
     if (request.json)
         session.output().writeDocument([&](auto& stream) { writeJson(stream, found); });
     else

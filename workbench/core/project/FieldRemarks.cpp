@@ -44,7 +44,8 @@ void FieldRemarks::visit(
     const auto [entry, isNew] = mayRemark_.try_emplace(&element.elementClass(), true);
     if (!entry->second)
         return;
-    const auto controls = forms_.of(element).controls();
+    const OpenForm form(element);
+    const auto controls = form.controls();
     if (isNew)
         entry->second = std::ranges::any_of(
             controls, [](ui::Control* control) { return remarkOf(*control) != nullptr; });

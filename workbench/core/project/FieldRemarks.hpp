@@ -16,7 +16,7 @@ namespace corvane::workbench::core {
 [[nodiscard]] std::u16string remarkOn(ui::Control& control);
 
 /// Asks elements, one after the other, what is to be remarked on the fields of their forms. Of a
-/// class whose forms never remark anything, one form is looked at and no more.
+/// class whose forms never remark anything, one form is looked at and no more. It keeps no form.
 class FieldRemarks {
 public:
     /// Visits the remarks on an element, in form order. What `visit` is given is good during the
@@ -25,7 +25,6 @@ public:
                function_ref<void(const ui::Control& control, const std::u16string& remark)> visit);
 
 private:
-    FormSeries forms_;
     std::map<const skill::Element::Class*, bool> mayRemark_;
 };
 

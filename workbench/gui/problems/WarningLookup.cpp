@@ -23,7 +23,7 @@ bool WarningLookup::step() {
         if (search_.lookOnce())
             return false;
         found_ = search_.takeWarnings();
-        total_ = found_.size();
+        total_ += found_.size();
         stage_ = Stage::listing;
         return false;
     case Stage::listing:
@@ -39,8 +39,30 @@ bool WarningLookup::walkOn() {
         if (element == nullptr)
             return false;
         search_.add(*element);
+        noteRemarks(*element);
     }
     return true;
+}
+
+void WarningLookup::noteRemarks(model::Element& element) {
+    remarks_.visit(element, [&](const ui::Control& control, const std::u16string& remark) {
+        ++total_;
+        if (remarked_.size() < kMaxListedProblems)
+            remarked_.push_back({.severity = Severity::warning,
+                                 .element = &element,
+                                 .path = toQt(std::string_view(element.path())),
+                                 .key = std::string(control.key()),
+                                 .field = toQt(control.texts().label),
+                                 .message = toQt(remark)});
+    });
+}
+
+// What is remarked on a field comes before what lies where it should not.
+std::vector<Problem> WarningLookup::takeListed() {
+    const auto room = std::min(kMaxListedProblems - remarked_.size(), listed_.size());
+    remarked_.insert(remarked_.end(), listed_.begin(),
+                     listed_.begin() + static_cast<std::ptrdiff_t>(room));
+    return std::move(remarked_);
 }
 
 bool WarningLookup::list() {

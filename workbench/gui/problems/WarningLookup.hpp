@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/core/memory/MemoryWarnings.hpp"
+#include "workbench/core/project/FieldRemarks.hpp"
 #include "workbench/gui/problems/Problem.hpp"
 #include "workbench/gui/session/TreeWalk.hpp"
 
@@ -20,13 +21,16 @@ public:
     bool step();
 
     [[nodiscard]] std::size_t total() const { return total_; }
-    [[nodiscard]] std::vector<Problem> takeListed() { return std::move(listed_); }
+    [[nodiscard]] std::vector<Problem> takeListed();
 
 private:
     bool walkOn();
+    void noteRemarks(model::Element& element);
     bool list();
 
     TreeWalk walk_;
+    core::FieldRemarks remarks_;
+    std::vector<Problem> remarked_;
     core::MemoryWarningSearch search_;
     std::vector<core::MemoryWarning> found_;
     std::vector<Problem> listed_;

@@ -76,8 +76,12 @@ TEST_F(GuiTest, AnAddressThatWasNeverEnteredIsAskedForAfterReadingToo) {
     EXPECT_EQ(shown("Address"), "missing");
     EXPECT_EQ(element("/PLC")->getSkillElement()->localPropertyErrorCount(), 0U);
     EXPECT_EQ(errorAt("Address"), "Please enter the network address of the target PLC");
+    const QString listed = "Warning: Please enter the network address of the target PLC";
+    EXPECT_TRUE(settleUntil([&] { return column(problems(), 0) == QStringList{listed}; }));
+    EXPECT_EQ(column(problems(), 2), QStringList{"Address"});
     type("Address", "10.0.0.1");
     EXPECT_EQ(errorAt("Address"), "");
+    EXPECT_TRUE(settleUntil([&] { return problems().model()->rowCount() == 0; }));
 }
 
 TEST_F(GuiTest, WhatIsTypedInOneVisitIsOneStep) {
