@@ -52,8 +52,8 @@ constexpr auto kLeaves = std::to_array<Leaf>({
 
 struct Variable {
     std::string name;
-    int leaf = -1;                      ///< of the table, or
-    int type = -1;                      ///< of the declared types, or
+    int leaf = -1;                 ///< of the table, or
+    int type = -1;                 ///< of the declared types, or
     std::vector<Variable> members; ///< a structure on the spot
     std::vector<std::pair<int, int>> dimensions;
     bool hidden = false;
