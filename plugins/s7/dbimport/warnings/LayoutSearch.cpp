@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <type_traits>
+#include <typeinfo>
 #include <utility>
 
 namespace corvane::workbench::plugins::s7Driver {
@@ -34,9 +36,17 @@ std::uint64_t arraySize(const ScalarNode& element, const ArrayIndex& index) {
     return cappedProduct(count, facts.alignment == Alignment::word ? size + size % 2 : size);
 }
 
+/// The node where it is of this class, from which none derives: a comparison, where a cast would
+/// look through the bases of each node of a large block.
+template <class Node>
+const Node* as(const DataBlockNode& node) {
+    static_assert(std::is_final_v<Node>);
+    return typeid(node) == typeid(Node) ? static_cast<const Node*>(&node) : nullptr;
+}
+
 /// An array and the node of its element type are one declaration.
 std::size_t declarationsBelow(const DataBlockNode& node) {
-    if (dynamic_cast<const ArrayNode*>(&node) != nullptr)
+    if (as<ArrayNode>(node) != nullptr)
         return declarationsBelow(*node.children().front());
     std::size_t count = 0;
     for (const auto& child : node.children())
@@ -74,9 +84,9 @@ private:
         const DataBlockNode& node = *found.node;
         if (!node.access().externalAccessible && !hidden_)
             hidden_ = found;
-        if (const auto* const scalar = dynamic_cast<const ScalarNode*>(&node))
+        if (const auto* const scalar = as<ScalarNode>(node))
             visitScalar(*scalar, found);
-        else if (const auto* const array = dynamic_cast<const ArrayNode*>(&node))
+        else if (const auto* const array = as<ArrayNode>(node))
             visitArray(*array, found);
         else
             visitMembers(node);
@@ -114,7 +124,7 @@ private:
         alignToWord(array);
         if (array.index().elementCount() == 0)
             next_ += declarationsBelow(*element.node);
-        else if (const auto* const scalar = dynamic_cast<const ScalarNode*>(element.node))
+        else if (const auto* const scalar = as<ScalarNode>(*element.node))
             visitScalars(array, *scalar, element);
         else
             visitStructs(array, element);
