@@ -97,7 +97,7 @@ double ScalarNode::documentSize(std::size_t indexSize) const {
     constexpr std::size_t kBrackets = 90; // and the keys
     constexpr std::size_t kNumbers = 9;   // of the address
     constexpr std::size_t kTextSize = 17;
-    if (!access().externalAccessible || skippedTypes.contains(type()))
+    if (!access().externalAccessible || !facts_->producesItem)
         return 0;
     return static_cast<double>(kBrackets + kNumbers + nameView().size() + indexSize +
                                facts_->name.size() + (facts_->isText() ? kTextSize : 0) +

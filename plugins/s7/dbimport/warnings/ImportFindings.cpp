@@ -31,7 +31,8 @@ void ImportFindings::addLayout(const FoundBlock& block, const RootNode& root,
     std::ranges::transform(withoutItem, notes.withoutItem(), withoutItem.begin(), std::plus());
     if (!notes.hidden() && firstWithoutItem)
         return;
-    const LayoutFindings layout = findInLayout(root);
+    const LayoutFindings layout = findInLayout(
+        root, {.shift = notes.hidden(), .withoutItem = isWithoutItem && !firstWithoutItem});
     if (layout.shift && shiftedBlocks++ == 0)
         firstHidden = {block, *layout.shift};
     if (layout.withoutItem && !firstWithoutItem)

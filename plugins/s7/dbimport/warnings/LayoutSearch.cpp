@@ -56,6 +56,8 @@ std::size_t declarationsBelow(const DataBlockNode& node) {
 
 class Search {
 public:
+    explicit Search(const LayoutQuestions& questions) : asked_(questions) {}
+
     LayoutFindings search(const RootNode& root) {
         visitMembers(*root.children().front());
         return std::move(findings_);
@@ -92,6 +94,11 @@ private:
             visitMembers(node);
     }
 
+    // Only the first of each kind is told, so a large block is seldom walked to its end.
+    [[nodiscard]] bool isComplete() const {
+        return (findings_.shift || !asked_.shift) && (findings_.withoutItem || !asked_.withoutItem);
+    }
+
     void visitScalar(const ScalarNode& scalar, const Found& found) {
         const auto place = [&](MemoryPosition& position) {
             return placeScalar(scalar.typeFacts(), scalar.textLength(), position).place;
@@ -114,8 +121,11 @@ private:
 
     void visitMembers(const DataBlockNode& parent) {
         alignToWord(parent);
-        for (const auto& child : parent.children())
+        for (const auto& child : parent.children()) {
+            if (isComplete())
+                return;
             visit({child.get(), next_++});
+        }
         alignToWord(parent);
     }
 
@@ -171,6 +181,7 @@ private:
             at_.here.alignToWord();
     }
 
+    LayoutQuestions asked_;
     Positions at_;
     std::size_t next_ = 0;        // declaration
     std::size_t items_ = 0;       // that were passed
@@ -180,6 +191,8 @@ private:
 
 } // namespace
 
-LayoutFindings findInLayout(const RootNode& root) { return Search().search(root); }
+LayoutFindings findInLayout(const RootNode& root, const LayoutQuestions& questions) {
+    return Search(questions).search(root);
+}
 
 } // namespace corvane::workbench::plugins::s7Driver

@@ -20,6 +20,12 @@ struct AddressShift {
     FoundVariable moved;  ///< the first one behind it that lies elsewhere in the PLC
 };
 
+/// What is to be found; a block without hidden variables has no shift.
+struct LayoutQuestions {
+    bool shift;
+    bool withoutItem;
+};
+
 /// What of a data block a user may have to be told.
 struct LayoutFindings {
     std::optional<AddressShift> shift;
@@ -27,7 +33,7 @@ struct LayoutFindings {
 };
 
 /// Lays a data block out once more, next to how the PLC does. Takes time for each declaration,
-/// however many elements an array has.
-[[nodiscard]] LayoutFindings findInLayout(const RootNode& root);
+/// however many elements an array has, and stops as soon as all that was asked for is found.
+[[nodiscard]] LayoutFindings findInLayout(const RootNode& root, const LayoutQuestions& questions);
 
 } // namespace corvane::workbench::plugins::s7Driver
